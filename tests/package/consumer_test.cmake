@@ -1,0 +1,27 @@
+file(REMOVE_RECURSE ${WORK_DIR})
+set(prefix ${WORK_DIR}/prefix)
+execute_process(COMMAND ${CMAKE_COMMAND} --install ${VM20_BUILD_DIR} --prefix ${prefix}
+  RESULT_VARIABLE rc)
+if(rc)
+  message(FATAL_ERROR "install failed: ${rc}")
+endif()
+set(flags "${CXX_FLAGS}")
+if(SANITIZE)
+  set(flags "${flags} -fsanitize=address,undefined")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} -S ${CONSUMER_SOURCE} -B ${WORK_DIR}/build
+    -DCMAKE_PREFIX_PATH=${prefix} -DCMAKE_CXX_COMPILER=${CXX_COMPILER}
+    "-DCMAKE_CXX_FLAGS=${flags}" "-DCMAKE_EXE_LINKER_FLAGS=${flags}"
+  RESULT_VARIABLE rc)
+if(rc)
+  message(FATAL_ERROR "configuring the consumer failed: ${rc}")
+endif()
+execute_process(COMMAND ${CMAKE_COMMAND} --build ${WORK_DIR}/build RESULT_VARIABLE rc)
+if(rc)
+  message(FATAL_ERROR "building the consumer failed: ${rc}")
+endif()
+execute_process(COMMAND ${WORK_DIR}/build/consumer RESULT_VARIABLE rc OUTPUT_VARIABLE out)
+message(STATUS "consumer printed: ${out}")
+if(rc)
+  message(FATAL_ERROR "the consumer failed: ${rc}")
+endif()
