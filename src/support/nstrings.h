@@ -38,7 +38,9 @@ int XReadSLSectionValues(int start, const QStringList &lines, const QString &sec
 
 // An index of the section headers of a text, built in one pass, so that a
 // reader can fetch any section by name without rescanning the text. Sections
-// end at the next header; names compare without regard to case.
+// end at the next header; names compare without regard to case; of two
+// sections with the same name the first one counts. The index keeps its own
+// (implicitly shared) copy of the lines.
 class TSectionIndex
 {
 public:
@@ -52,7 +54,7 @@ public:
 
 private:
     struct Range { int first; int last; };
-    const QStringList &FLines;
+    QStringList FLines;
     QHash<QString, Range> FRanges;
     QStringList FOrder;
 };
@@ -74,6 +76,8 @@ int StrToInt(const QString &text);                 // "'%s' is not a valid integ
 double StrToFloat(const QString &text);            // current locale; "'%s' is not a valid floating point value"
 double StrToCurr(const QString &text);             // current locale, rounded to 4 decimals
 QString IntToStr(int value);
+// Current locale, shortest round-trip form, no group separators: 1.5 -> "1,5" in German.
+QString FloatToStr(double value);
 
 // --- quoting ----------------------------------------------------------------
 QString QuotedStr(const QString &text, QChar quote = QLatin1Char('\''));   // doubles inner quotes
