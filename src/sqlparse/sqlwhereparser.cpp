@@ -1,0 +1,191 @@
+#include "sqlparse/sqlparser.h"
+
+// Boolean expressions (the WHERE clause and join conditions): groups,
+// conditions and their operands.
+
+namespace vm20 {
+
+namespace {
+
+// Words and operators that end a condition operand outside brackets.
+bool IsOperandStop(QStringView t)
+{
+    static constexpr QStringView stops[] = {u"=", u"<>", u"!=", u">",  u"<",   u">=",  u"<=",
+                                            u"like", u"in", u"is", u"between", u"or", u"and", u"not"};
+    for (QStringView s : stops)
+        if (t == s)
+            return true;
+    return false;
+}
+
+// A value written in double quotes is a string literal to the loader.
+QString DoubleQuotesToSingle(QString value)
+{
+    if (!value.isEmpty() && value.front() == QLatin1Char('"') && value.back() == QLatin1Char('"')) {
+        value.front() = QLatin1Char('\'');
+        value.back() = QLatin1Char('\'');
+    }
+    return value;
+}
+
+} // namespace
+
+void TNSQLParser::ProcessWhere()
+{
+    if (!Is(u"where"))
+        Error(QString::fromUtf16(SWrongSQLStatement));
+    FScanner->NextToken();
+    std::unique_ptr<TSQLNode> node = ProcessBoolExpr();
+    if (dynamic_cast<TSQLBracket *>(node.get())) {
+        FParserResult->SetWhereClause(
+            std::unique_ptr<TSQLBracket>(static_cast<TSQLBracket *>(node.release())));
+        return;
+    }
+    auto wrapper = std::make_unique<TSQLBracket>();
+    wrapper->Nodes().Add(std::move(node));
+    FParserResult->SetWhereClause(std::move(wrapper));
+}
+
+std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolExpr()
+{
+    std::unique_ptr<TSQLNode> first = ProcessBoolTerm();
+    std::unique_ptr<TSQLBracket> group;
+    while (Is(u"or")) {
+        if (!group) {
+            group = std::make_unique<TSQLBracket>();
+            group->SetBoolOperator(QStringLiteral("or"));
+            group->Nodes().Add(std::move(first));
+        }
+        FScanner->NextToken();
+        if (FScanner->EOS())
+            break;
+        group->Nodes().Add(ProcessBoolTerm());
+    }
+    if (group)
+        return group;
+    return first;
+}
+
+std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolTerm()
+{
+    std::unique_ptr<TSQLNode> first = ProcessBoolFactor();
+    std::unique_ptr<TSQLBracket> group;
+    while (Is(u"and")) {
+        if (!group) {
+            group = std::make_unique<TSQLBracket>();
+            group->SetBoolOperator(QStringLiteral("and"));
+            group->Nodes().Add(std::move(first));
+        }
+        FScanner->NextToken();
+        if (FScanner->EOS())
+            break;
+        group->Nodes().Add(ProcessBoolFactor());
+    }
+    if (group)
+        return group;
+    return first;
+}
+
+void TNSQLParser::EnterBracket()
+{
+    if (++FNesting > MaxBracketNesting)
+        Error(QString::fromUtf16(SBracketsTooDeep).arg(MaxBracketNesting));
+}
+
+std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolFactor()
+{
+    bool negative = false;
+    if (Is(u"not")) {
+        negative = true;
+        FScanner->NextToken();
+    }
+    std::unique_ptr<TSQLNode> node;
+    if (Is(u"(")) {
+        FScanner->NextToken();
+        EnterBracket();
+        node = ProcessBoolExpr();
+        if (!Is(u")"))
+            Error(QString::fromUtf16(SLostBracket));
+        FScanner->NextToken();
+        --FNesting;
+    } else {
+        node = ProcessCondition();
+    }
+    node->SetNegative(negative);
+    return node;
+}
+
+std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
+{
+    auto condition = std::make_unique<TSQLCondition>();
+    bool subQuery = false;
+    condition->SetLeftExpr(ProcessConditionValue(subQuery));
+    if (FScanner->EOS())
+        Error(QString::fromUtf16(SWrongSQLStatement));
+    // "a NOT LIKE x", "a IS NOT NULL": this NOT is overwritten by the caller,
+    // which keeps only a NOT written before the whole condition.
+    bool negative = false;
+    if (Is(u"not")) {
+        negative = true;
+        FScanner->NextToken();
+    }
+    const QString operation = FScanner->GetTokStr();
+    condition->SetOperation(operation);
+    FScanner->NextToken();
+    if (FScanner->EOS())
+        Error(QString::fromUtf16(SWrongSQLStatement));
+    const bool isIs = operation == u"is";
+    if (isIs && Is(u"not")) {
+        negative = true;
+        FScanner->NextToken();
+    }
+    condition->SetNegative(negative);
+
+    QString right = DoubleQuotesToSingle(ProcessConditionValue(subQuery));
+    if (isIs)
+        right = right.toLower();
+    if (operation == u"between") {
+        if (!Is(u"and"))
+            Error(QString::fromUtf16(SWrongSQLStatement));
+        FScanner->NextToken();
+        right += QStringLiteral(" and ") + DoubleQuotesToSingle(ProcessConditionValue(subQuery));
+    }
+    condition->SetRightExpr(right);
+    condition->SetContainsSubQuery(subQuery);
+    return condition;
+}
+
+QString TNSQLParser::ProcessConditionValue(bool &containsSubQuery)
+{
+    const TNScannerBookmark start = FScanner->GetBookmark();
+    const auto checkDepth = [this](int depth) {
+        if (FNesting + depth > MaxBracketNesting)
+            Error(QString::fromUtf16(SBracketsTooDeep).arg(MaxBracketNesting));
+    };
+    int depth = 0;
+    while (!FScanner->EOS() && Is(u"(")) {
+        checkDepth(++depth);
+        FScanner->NextToken();
+    }
+    if (!FScanner->EOS() && Is(u"select"))
+        containsSubQuery = true;
+    while (!FScanner->EOS()) {
+        const quint8 type = FScanner->GetTokType();
+        if (Is(u"(")) {
+            checkDepth(++depth);
+        } else if (Is(u")")) {
+            if (depth <= 0)
+                break;  // closes an enclosing group
+            --depth;
+        } else if (depth == 0) {
+            if (type == tokKeyword)
+                break;
+            if ((type == tokWord || type == tokSymbol) && IsOperandStop(FScanner->TokView()))
+                break;
+        }
+        FScanner->NextToken();
+    }
+    return FScanner->ExtractPiece(start, FScanner->GetBookmark(), false);
+}
+
+} // namespace vm20
