@@ -1,0 +1,386 @@
+#include "common/printers.h"
+#include "model/dbstructure.h"
+#include "model/errors.h"
+#include "richmodel.h"
+
+#include <gtest/gtest.h>
+
+namespace vm20 {
+namespace {
+
+using testing::AddDataField;
+using testing::AddVirtualField;
+
+// --- tables -------------------------------------------------------------------
+
+struct TableCase
+{
+    int line;
+    const char *reason;
+    QString name;
+    QString alias;        // empty: the alias AddTable gives
+    bool quoted;
+    QString database;
+    QString hints;
+    bool multiDB;
+    QString fullTableName;
+    bool useAs;
+    QString mainExpr;
+    QString fromExpr;
+    QString whereExpr;
+};
+
+class TDSTableTexts : public ::testing::TestWithParam<TableCase>
+{
+};
+
+TEST_P(TDSTableTexts, DerivesItsSqlTextsFromNameAliasAndOptions)
+{
+    const TableCase &c = GetParam();
+    SCOPED_TRACE(::testing::Message() << "line " << c.line << ": " << c.reason);
+    TNCustomDBStructure model;
+    model.DMOptions().SetMultiDB(c.multiDB);
+    model.DMOptions().SetDefaultDatabase("main");
+    model.DMOptions().SetDefaultDBOwner("dbo");
+    model.SQLFormats().SetFullTableName(c.fullTableName);
+    model.SQLFormats().SetUseAsInFrom(c.useAs);
+    model.SQLFormats().SetQuoteSymbol1('[');
+    model.SQLFormats().SetQuoteSymbol2(']');
+    TDSTable *table = model.GetTable(model.AddTable(c.name, "caption"));
+    if (!c.alias.isEmpty())
+        table->SetTableAlias(c.alias);
+    table->SetQuoted(c.quoted);
+    table->SetDatabaseName(c.database);
+    table->SetTableHints(c.hints);
+    EXPECT_EQ(table->MainExpr(), c.mainExpr);
+    EXPECT_EQ(table->FromExpr(), c.fromExpr);
+    EXPECT_EQ(table->WhereExpr(), c.whereExpr);
+}
+
+const QString Full = "DB.OWNER.TABLE";
+
+INSTANTIATE_TEST_SUITE_P(
+    Cases, TDSTableTexts,
+    ::testing::Values(
+        TableCase{__LINE__, "alias equal to the name is not repeated", "Orders", "", false, "", "", false,
+                  Full, false, "Orders", "Orders", "Orders"},
+        TableCase{__LINE__, "a blank in the name becomes _ in the alias", "Order Lines", "", true, "", "",
+                  false, Full, false, "[Order Lines]", "[Order Lines] Order_Lines", "Order_Lines"},
+        TableCase{__LINE__, "unquoted name with blanks still gets the alias", "Order Lines", "", false, "",
+                  "", false, Full, false, "Order Lines", "Order Lines Order_Lines", "Order_Lines"},
+        TableCase{__LINE__, "AS before the alias when asked", "Orders", "O", false, "", "", false, Full,
+                  true, "Orders", "Orders AS O", "O"},
+        TableCase{__LINE__, "hints follow the alias", "Orders", "O", false, "", "NOLOCK", false, Full,
+                  false, "Orders", "Orders O WITH NOLOCK", "O"},
+        TableCase{__LINE__, "a name already in double quotes is not quoted again", "\"Odd\"", "", true,
+                  "", "", false, Full, false, "\"Odd\"", "\"Odd\"", "\"Odd\""},
+        TableCase{__LINE__, "another database goes through the full-name pattern", "Orders", "O", true,
+                  "stock", "", true, Full, false, "stock.dbo.[Orders]", "stock.dbo.[Orders] O", "O"},
+        TableCase{__LINE__, "the default database needs no qualification", "Orders", "O", false, "main",
+                  "", true, Full, false, "Orders", "Orders O", "O"},
+        TableCase{__LINE__, "without MultiDB the database is ignored", "Orders", "", false, "stock", "",
+                  false, Full, false, "Orders", "Orders", "Orders"},
+        TableCase{__LINE__, "an empty pattern leaves the name alone", "Orders", "", false, "stock", "",
+                  true, "", false, "Orders", "Orders", "Orders"},
+        TableCase{__LINE__, "qualified name is the qualifier when there is no alias", "Orders", "", false,
+                  "stock", "", true, "DB..TABLE", false, "stock..Orders", "stock..Orders",
+                  "stock..Orders"}));
+
+TEST(TDSTable, CompoundFullNameAndDesignPositions)
+{
+    TNCustomDBStructure model;
+    TDSTable *table = model.GetTable(model.AddTable("Order Lines", "Lines"));
+    EXPECT_EQ(table->CompoundName(), "Order Lines - Order_Lines");
+    EXPECT_EQ(table->FullName(), "Order Lines");
+    model.DMOptions().SetDefaultDBOwner("dbo");
+    EXPECT_EQ(table->FullName(), "dbo.Order Lines");
+
+    table->SetDesignPositions(" 5, -7,x,100");
+    EXPECT_EQ(table->DesignPositions(), "5,-7,0,100");
+    table->SetDesignPositions("1,2");
+    EXPECT_EQ(table->DesignPositions(), "1,2,0,0");
+}
+
+TEST(TDSTable, SettingTheNameFillsOnlyAnEmptyAlias)
+{
+    TDSTable table;
+    table.SetTableName("Order Lines");
+    EXPECT_EQ(table.TableAlias(), "Order_Lines");
+    table.SetTableName("Orders");
+    EXPECT_EQ(table.TableAlias(), "Order_Lines");
+}
+
+// --- links ----------------------------------------------------------------------
+
+class TDSLinkTest : public ::testing::Test
+{
+protected:
+    TDSLinkTest()
+    {
+        t = model.GetTable(model.AddTable("Alpha", "A"));
+        t->SetTableAlias("T");
+        u = model.GetTable(model.AddTable("Beta", "B"));
+        u->SetTableAlias("U");
+    }
+    TDSLink *Link(const QStringList &f1, const QStringList &f2, const QStringList &ops, TDSLinkType type)
+    {
+        auto link = std::make_unique<TDSLink>();
+        link->SetTable1(t);
+        link->SetTable2(u);
+        link->SetFields1(f1);
+        link->SetFields2(f2);
+        link->SetOperators(ops);
+        link->SetLinkType(type);
+        TDSLink *added = link.get();
+        model.AddLinkByRef(std::move(link));
+        return added;
+    }
+    TNCustomDBStructure model;
+    TDSTable *t;
+    TDSTable *u;
+};
+
+TEST_F(TDSLinkTest, RendersConditionsWithoutBlanksAroundOperatorsAndValuesBare)
+{
+    TDSLink *link = Link({"A", "B"}, {"X", "val:1"}, {"=", "<>"}, ltInner);
+    EXPECT_EQ(link->SQLExpr(), "(T.A=U.X) and (T.B<>1)");
+    EXPECT_EQ(link->DisplayName(), "T.A,B->U.X,val:1");
+}
+
+TEST_F(TDSLinkTest, OldOuterNotationMarksTheOptionalSideColumnsOnly)
+{
+    TDSLink *left = Link({"A", "val:2"}, {"X", "Y"}, {"=", "="}, ltOuterLeft);
+    EXPECT_EQ(left->OracleSQLExpr(), "(T.A=U.X (+) ) and (2=U.Y (+) )");
+    EXPECT_EQ(left->SQLExpr(), "(T.A=U.X) and (2=U.Y)");
+    TDSLink *right = Link({"A"}, {"val:3"}, {"="}, ltOuterRight);
+    EXPECT_EQ(right->GetSQLExpr(2), "(T.A (+) =3)");
+    TDSLink *full = Link({"A"}, {"X"}, {"="}, ltOuterFull);
+    EXPECT_EQ(full->GetSQLExpr(2), "(T.A=U.X)");
+}
+
+TEST_F(TDSLinkTest, QuotesColumnsWithTheModelSymbolsAndStripsTheFieldPrefix)
+{
+    model.SQLFormats().SetQuoteSymbol1('[');
+    model.SQLFormats().SetQuoteSymbol2(']');
+    TDSLink *link = Link({"fld:Order ID"}, {"ID"}, {}, ltInner);
+    link->SetQuoteFields(true);
+    EXPECT_EQ(link->SQLExpr(), "(T.[Order ID]=U.[ID])");
+    EXPECT_EQ(link->Operators(), QStringList{"="}) << "AddLinkByRef gives one = per condition";
+}
+
+TEST_F(TDSLinkTest, IsAttachedToBothTablesAndFoundFromEither)
+{
+    TDSLink *link = Link({"A"}, {"X"}, {"="}, ltInner);
+    EXPECT_EQ(t->LinkByTable(u), link);
+    EXPECT_EQ(u->LinkByTableAlias("t"), link);
+    bool first = false;
+    EXPECT_TRUE(link->ContainsTableEx(u, first));
+    EXPECT_FALSE(first);
+    EXPECT_EQ(model.FindLink("Beta", "Alpha"), link);
+    EXPECT_EQ(model.FindLink("beta", "Alpha"), nullptr) << "table names compare exactly";
+}
+
+// --- fields -----------------------------------------------------------------------
+
+class TDSFieldTest : public ::testing::Test
+{
+protected:
+    TDSFieldTest()
+    {
+        orders = testing::AddTable(model, "Orders", "Orders");
+        orders->SetTableAlias("O");
+        model.SQLFormats().SetQuoteSymbol1('[');
+        model.SQLFormats().SetQuoteSymbol2(']');
+    }
+    TNCustomDBStructure model;
+    TDSTable *orders;
+};
+
+TEST_F(TDSFieldTest, DerivedTextsOfDataVirtualAndTablelessFields)
+{
+    TDSField *plain = AddDataField(model, orders, "Freight", "Freight", ftFloat, 8);
+    TDSField *blank = AddDataField(model, orders, "Ship Name", "Ship name", ftString, 40);
+    TDSField *virt = AddVirtualField(model, "O.Freight * 2", "Double freight", ftFloat);
+    auto loose = std::make_unique<TDSField>(&model);
+    loose->SetFieldExpr("Total");
+    loose->SetQuoted(true);
+
+    struct Row
+    {
+        int line;
+        const TDSField *field;
+        QString sql, normal, full, filter;
+    } rows[] = {
+        {__LINE__, plain, "O.Freight", "O.\"Freight\"", "Orders.Freight", "Freight"},
+        {__LINE__, blank, "O.[Ship Name]", "O.\"Ship Name\"", "Orders.Ship Name", "[Ship Name]"},
+        {__LINE__, virt, "O.Freight * 2", "O.Freight * 2", "O.Freight * 2", "O.Freight * 2"},
+        {__LINE__, loose.get(), "[Total]", "\"Total\"", "Total", "[Total]"},
+    };
+    for (const Row &row : rows) {
+        SCOPED_TRACE(row.line);
+        EXPECT_EQ(row.field->SQLExpr(), row.sql);
+        EXPECT_EQ(row.field->NormalSQLExpr(), row.normal);
+        EXPECT_EQ(row.field->FullName(), row.full);
+        EXPECT_EQ(row.field->FilterSQLExpr(), row.filter);
+    }
+    EXPECT_EQ(virt->DBFields(), QStringList{"O.Freight"});
+    EXPECT_EQ(virt->GroupByFields(), "O.Freight");
+    EXPECT_EQ(plain->GroupByFields(), "O.Freight");
+}
+
+TEST_F(TDSFieldTest, NameAndExpressionSettersGuardTheFieldKind)
+{
+    TDSField *data = AddDataField(model, orders, "Freight", "Freight", ftFloat, 8);
+    TDSField *virt = AddVirtualField(model, "1", "One", ftInteger);
+    const auto code = [](auto &&action) {
+        try {
+            action();
+        } catch (const ENDBStructError &e) {
+            return e.ErrorCode();
+        }
+        return 0;
+    };
+    EXPECT_EQ(code([&] { virt->SetFieldName("x"); }), 7);
+    EXPECT_EQ(code([&] { data->SetSQLExpr("x"); }), 8);
+    try {
+        data->SetSQLExpr("x");
+    } catch (const ENDBStructError &e) {
+        EXPECT_EQ(e.Message(), "Can not assign expression to data field");
+    }
+    EXPECT_EQ(data->FieldName(), "Freight");
+    EXPECT_EQ(virt->SQLExpr(), "1");
+}
+
+TEST_F(TDSFieldTest, OnlyVirtualFieldsCanBeAggregate)
+{
+    TDSField *data = AddDataField(model, orders, "Freight", "Freight", ftFloat, 8);
+    TDSField *virt = AddVirtualField(model, "SUM(O.Freight)", "Sum", ftFloat);
+    data->SetIsAggregate(true);
+    EXPECT_FALSE(data->IsAggregate());
+    EXPECT_TRUE(virt->IsAggregate());
+}
+
+TEST_F(TDSFieldTest, EditTypeSwitchReplacesTheEditorByOneOfTheNewKind)
+{
+    TDSField *field = AddDataField(model, orders, "Status", "Status", ftInteger, 4);
+    EXPECT_EQ(field->ValueEditor(), nullptr);
+    field->SetEditType(etList);
+    auto *list = dynamic_cast<TDSListEditor *>(field->ValueEditor());
+    ASSERT_NE(list, nullptr);
+    list->Items() << "open";
+    field->SetEditType(etList);
+    EXPECT_EQ(field->ValueEditor(), list) << "the same type keeps the editor";
+
+    struct Row
+    {
+        TDSEditType type;
+        bool (*is)(TDSValueEditor *);
+    } rows[] = {
+        {etEdit, [](TDSValueEditor *e) { return dynamic_cast<TDSTextEditor *>(e) != nullptr; }},
+        {etCustom, [](TDSValueEditor *e) { return dynamic_cast<TDSCustomEditor *>(e) != nullptr; }},
+        {etSQL, [](TDSValueEditor *e) { return dynamic_cast<TDSSQLEditor *>(e) != nullptr; }},
+        {etList, [](TDSValueEditor *e) {
+             return dynamic_cast<TDSListEditor *>(e) && !dynamic_cast<TDSSQLEditor *>(e);
+         }},
+        {etAuto, [](TDSValueEditor *e) { return e == nullptr; }},
+    };
+    for (const auto &row : rows) {
+        field->SetEditType(row.type);
+        EXPECT_TRUE(row.is(field->ValueEditor())) << "edit type " << row.type;
+    }
+    field->SetEditType(etSQL);
+    EXPECT_EQ(static_cast<TDSSQLEditor *>(field->ValueEditor())->DBStruct(), &model);
+    field->SetEditType(etList);
+    EXPECT_TRUE(static_cast<TDSListEditor *>(field->ValueEditor())->Items().isEmpty());
+}
+
+TEST_F(TDSFieldTest, ValuesOfQuotedTypesAreQuotedWithInnerQuotesDoubled)
+{
+    TDSField *name = AddDataField(model, orders, "Name", "Name", ftString, 20);
+    TDSField *freight = AddDataField(model, orders, "Freight", "Freight", ftFloat, 8);
+    EXPECT_EQ(name->ValueAsString("O'Brien"), "'O''Brien'");
+    EXPECT_EQ(freight->ValueAsString("1.5"), "1.5");
+    model.SetQuotedTypes({ftFloat});
+    EXPECT_EQ(name->ValueAsString("x"), "x");
+    EXPECT_EQ(freight->ValueAsString("1.5"), "'1.5'");
+}
+
+TEST_F(TDSFieldTest, GroupsMoveFieldsAndLoseThemWhenDestroyed)
+{
+    TDSField *a = AddDataField(model, orders, "A", "A", ftString, 1);
+    TDSField *b = AddDataField(model, orders, "B", "B", ftString, 1);
+    TDSFieldGroup *g1 = model.FieldGroups().AddGroup("One", a);
+    TDSFieldGroup *g2 = model.FieldGroups().AddGroup("Two");
+    EXPECT_EQ(model.RootGroup().Fields(), std::vector<TDSField *>{b});
+    a->SetGroup(g2);
+    b->SetGroup(g2);
+    EXPECT_EQ(g1->Count(), 0);
+    EXPECT_EQ(g2->Fields(), (std::vector<TDSField *>{a, b}));
+    EXPECT_EQ(model.RootGroup().Count(), 0);
+    EXPECT_EQ(a->GetCompoundName(" / "), "Two / A");
+    int index = -1;
+    EXPECT_EQ(model.FieldGroups().FindByField(b, index), g2);
+    EXPECT_EQ(index, 1);
+    EXPECT_EQ(model.FieldGroups().FindByName("two"), g2);
+
+    model.DeleteGroup(model.FieldGroups().IndexOf(g2));
+    EXPECT_EQ(a->Group(), nullptr);
+    EXPECT_EQ(a->GetCompoundName(" / "), "A");
+    EXPECT_EQ(model.RootGroup().Fields(), (std::vector<TDSField *>{a, b}));
+
+    model.DelField(model.IndexOfField(b));
+    EXPECT_EQ(model.RootGroup().Fields(), std::vector<TDSField *>{a}) << "a deleted field leaves the root group";
+}
+
+TEST_F(TDSFieldTest, OperatorListOperationsAndUnknownNames)
+{
+    TDSField *field = AddDataField(model, orders, "Freight", "Freight", ftFloat, 8);
+    QStringList names;
+    field->GetOperatorNames(names);
+    EXPECT_EQ(names, (QStringList{"Equal", "NotEqual", "LessThan", "LessOrEqual", "GreaterThan",
+                                  "GreaterOrEqual", "IsNull", "InList", "NotInList", "Between",
+                                  "NotBetween"}))
+        << "a float takes the comparable, ordered and nullable operators, not the textual ones";
+    field->MoveOperat(0, 2);
+    EXPECT_EQ(field->GetOperator(2)->Name(), "Equal");
+    field->ClearOperators();
+    field->AddOperatorByName("equalto");
+    EXPECT_EQ(field->GetOperator(0)->Name(), "Equal");
+    try {
+        field->AddOperatorByName("Sounds");
+        FAIL();
+    } catch (const ENDBStructError &e) {
+        EXPECT_EQ(e.ErrorCode(), 6);
+        EXPECT_EQ(e.Message(), "Operator not found: Sounds");
+    }
+    EXPECT_EQ(field->OperatCount(), 1);
+    EXPECT_THROW(field->GetOperator(1), EListError);
+    EXPECT_THROW(field->MoveOperat(0, 5), EListError);
+}
+
+TEST_F(TDSFieldTest, SwitchingConditionsOnFillsOperatorsOnlyWhenThereAreNone)
+{
+    TDSField *field = AddDataField(model, orders, "Note", "Note", ftMemo, 0);
+    field->ClearOperators();
+    field->SetUseInConditions(false);
+    EXPECT_EQ(field->OperatCount(), 0);
+    field->SetUseInConditions(true);
+    QStringList names;
+    field->GetOperatorNames(names);
+    EXPECT_EQ(names, (QStringList{"IsNull", "StartsWith", "NotStartsWith", "Contains", "NotContains"}));
+    field->DelOperator(0);
+    field->SetUseInConditions(true);
+    EXPECT_EQ(field->OperatCount(), 4);
+}
+
+TEST_F(TDSFieldTest, TypesOutsideTheStoredRangeGetNoOperators)
+{
+    TDSField *field = AddDataField(model, orders, "X", "X", TFieldType(60), 0);
+    EXPECT_EQ(field->OperatCount(), 0);
+    field->SetFieldType(TFieldType(-1));
+    field->AddAppliedOperators();
+    EXPECT_EQ(field->OperatCount(), 0);
+}
+
+} // namespace
+} // namespace vm20
