@@ -264,7 +264,11 @@ private:
 
     // Entities report what invalidates the lookup caches and the join graph.
     void TableNamesChanged() { FTableLookupValid = false; }
-    void FieldIDsChanged() { FFieldLookupValid = false; }
+    void FieldIDsChanged()
+    {
+        FFieldLookupValid = false;
+        FMaxFieldIDValid = false;
+    }
     void LinksChanged();
 
     void BuildTableLookup() const;

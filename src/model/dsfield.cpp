@@ -161,8 +161,10 @@ QString TDSField::GetCompoundName(const QString &separator) const
 
 QString TDSField::GroupByFields() const
 {
+    // Joined plainly: comma text would put a column like T."Unit Price" in
+    // quotes of its own and break the GROUP BY clause.
     if (FFieldKind == nfkVirtual)
-        return ListToCommaText(FDBFields);
+        return FDBFields.join(QLatin1Char(','));
     return SQLExpr();
 }
 

@@ -84,6 +84,7 @@ public:
     QString FullName() const;
     QString GroupName() const;
     QString GetCompoundName(const QString &separator) const;
+    // The columns of a virtual field joined with ",", or the data field's SQLExpr.
     QString GroupByFields() const;
     // The value in single quotes (inner quotes doubled) when the field's type
     // is one of the model's quoted types, else unchanged.
