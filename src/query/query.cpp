@@ -1,0 +1,331 @@
+#include "query/query.h"
+
+#include "model/dbstructure.h"
+#include "model/errors.h"
+#include "model/messages.h"
+#include "query/querybuilder.h"
+
+#include <algorithm>
+
+namespace vm20 {
+
+namespace {
+
+// Sets a flag for the lifetime of the guard and restores it on any exit.
+class TFlagGuard
+{
+public:
+    TFlagGuard(bool &flag, bool value) : FFlag(flag), FOld(flag) { FFlag = value; }
+    ~TFlagGuard() { FFlag = FOld; }
+    TFlagGuard(const TFlagGuard &) = delete;
+    TFlagGuard &operator=(const TFlagGuard &) = delete;
+
+private:
+    bool &FFlag;
+    bool FOld;
+};
+
+} // namespace
+
+// --- TNQueryPanelLink ---------------------------------------------------------------
+
+TNQueryPanelLink::~TNQueryPanelLink()
+{
+    SetQueryPanel(nullptr);
+}
+
+void TNQueryPanelLink::SetQueryPanel(TNQuery *query)
+{
+    if (FQueryPanel == query)
+        return;
+    if (FQueryPanel) {
+        auto &links = FQueryPanel->FLinks;
+        links.erase(std::remove(links.begin(), links.end(), this), links.end());
+    }
+    FQueryPanel = query;
+    if (query)
+        query->FLinks.push_back(this);
+}
+
+// --- TNQuery: life --------------------------------------------------------------------
+
+TNQuery::TNQuery(QObject *parent)
+    : QObject(parent), FResult(this), FFilter(std::make_unique<TFilterBracket>(this))
+{
+    SQLOptionsChanged();
+}
+
+TNQuery::~TNQuery()
+{
+    FDestroying = true;
+    FFilter.reset();
+    for (TNQueryPanelLink *link : FLinks)
+        link->FQueryPanel = nullptr;
+}
+
+void TNQuery::SetDBStruct(TNCustomDBStructure *value)
+{
+    if (FDBStruct == value)
+        return;
+    FDBStruct = value;
+    RFields().SetDBStruct(value);
+}
+
+void TNQuery::CheckIfDBStructAssigned() const
+{
+    if (!FDBStruct)
+        throw ENQueryPanelError(qpeNoDBStruct, SQPENoDBStruct);
+}
+
+void TNQuery::SetSQLSyntax(TSQLSyntax value)
+{
+    if (FSQLSyntax == value)
+        return;
+    FSQLSyntax = value;
+    SQLOptionsChanged();
+}
+
+void TNQuery::SetSQLOptions(TSQLOptions value)
+{
+    if (FSQLOptions == value)
+        return;
+    FSQLOptions = value;
+    SQLOptionsChanged();
+}
+
+void TNQuery::SQLOptionsChanged()
+{
+    FResult.SetSQLOptions(FSQLOptions);
+    FResult.SetSQLSyntax(FSQLSyntax);
+    RFields().SetAsciiAliases(FSQLOptions.contains(soASCIIRFields));
+    RFields().SetQuoteAliases(FSQLOptions.contains(soQuoteAliases));
+}
+
+QString TNQuery::LinkTypeTitle(TFilterLinkType type) const
+{
+    switch (type) {
+    case fltAll: return GetTitle(QStringLiteral("ttlAll"));
+    case fltAny: return GetTitle(QStringLiteral("ttlAny"));
+    case fltNone: return GetTitle(QStringLiteral("ttlNone"));
+    case fltNotAll: return GetTitle(QStringLiteral("ttlNotAll"));
+    }
+    return QString();
+}
+
+// --- TNQuery: notifications -------------------------------------------------------------
+
+void TNQuery::QueryChanged()
+{
+    if (FDestroying || FLoading > 0 || FRefreshing > 0 || FInsideOnChange)
+        return;
+    FModified = true;
+    const std::vector<TNQueryPanelLink *> links = FLinks;
+    for (TNQueryPanelLink *link : links)
+        link->QueryChanged();
+    if (OnChange) {
+        TFlagGuard guard(FInsideOnChange, true);
+        OnChange(this);
+    }
+}
+
+void TNQuery::ParametersListChanged()
+{
+    if (FDestroying || FLoading > 0)
+        return;
+    if (OnParamListChange)
+        OnParamListChange(this);
+}
+
+void TNQuery::AddObserver(TNQueryObserver *observer)
+{
+    if (observer && std::find(FObservers.begin(), FObservers.end(), observer) == FObservers.end())
+        FObservers.push_back(observer);
+}
+
+void TNQuery::RemoveObserver(TNQueryObserver *observer)
+{
+    FObservers.erase(std::remove(FObservers.begin(), FObservers.end(), observer), FObservers.end());
+}
+
+void TNQuery::EndUpdate()
+{
+    if (FUpdating == 0 || --FUpdating > 0)
+        return;
+    InvalidateNumbers();
+    if (FDestroying)
+        return;
+    for (TNQueryObserver *observer : FObservers)
+        observer->Reset();
+}
+
+void TNQuery::RowInserted(TFilterRow *row)
+{
+    InvalidateNumbers();
+    if (FUpdating > 0 || FDestroying)
+        return;
+    for (TNQueryObserver *observer : FObservers)
+        observer->RowInserted(row);
+}
+
+void TNQuery::RowRemoving(TFilterRow *row)
+{
+    if (FUpdating == 0 && !FDestroying)
+        for (TNQueryObserver *observer : FObservers)
+            observer->RowRemoved(row);
+    InvalidateNumbers();
+}
+
+void TNQuery::RowChanged(TFilterRow *row)
+{
+    if (FUpdating > 0 || FDestroying)
+        return;
+    for (TNQueryObserver *observer : FObservers)
+        observer->RowChanged(row);
+}
+
+void TNQuery::ConditionChanged(TFilterCond *condition)
+{
+    RowChanged(condition);
+    if (FDestroying || FLoading > 0)
+        return;
+    if (auto *simple = dynamic_cast<TSimpleCond *>(condition))
+        simple->UpdateSQLParams();
+    if (OnConditionChange)
+        OnConditionChange(condition);
+}
+
+// --- TNQuery: numbering ----------------------------------------------------------------------
+
+void TNQuery::EnsureNumbers() const
+{
+    if (FNumbersValid)
+        return;
+    // One pre-order pass gives every row its number, identifier, level and
+    // index; an explicit stack keeps deep nesting off the call stack.
+    FRowsByNum.clear();
+    TFilterRow *root = FFilter.get();
+    root->FRowNum = 0;
+    root->FRowID.clear();
+    root->FLevel = 0;
+    root->FIndex = -1;
+    FRowsByNum.push_back(root);
+    std::vector<std::pair<const TFilterBracket *, std::size_t>> stack{{FFilter.get(), 0}};
+    while (!stack.empty()) {
+        auto &[bracket, next] = stack.back();
+        if (next == bracket->Rows().size()) {
+            stack.pop_back();
+            continue;
+        }
+        TFilterRow *row = bracket->Rows()[next].get();
+        row->FIndex = int(next);
+        ++next;
+        row->FRowNum = int(FRowsByNum.size());
+        row->FRowID = bracket->FRowID + QString::number(row->FIndex + 1) + QLatin1Char('.');
+        row->FLevel = bracket->FLevel + 1;
+        FRowsByNum.push_back(row);
+        if (row->IsBracket())
+            stack.emplace_back(static_cast<const TFilterBracket *>(row), 0);
+    }
+    FNumbersValid = true;
+}
+
+TFilterRow *TNQuery::GetRowByNum(int rowNum) const
+{
+    EnsureNumbers();
+    if (rowNum < 0 || rowNum >= int(FRowsByNum.size()))
+        return nullptr;
+    return FRowsByNum[std::size_t(rowNum)];
+}
+
+int TNQuery::GetRowCount() const
+{
+    EnsureNumbers();
+    return int(FRowsByNum.size());
+}
+
+// --- TNQuery: tree operations ---------------------------------------------------------------
+
+TSimpleCond *TNQuery::InitializeNewCondition(TSimpleCond *condition, TDSField *field)
+{
+    if (field)
+        condition->SetField(field);
+    return condition;
+}
+
+TSimpleCond *TNQuery::AddCondition(TFilterBracket *bracket, TDSField *field)
+{
+    if (!bracket)
+        bracket = FFilter.get();
+    return AddConditionNum(bracket, bracket->GetLastRowNum() + 1, field);
+}
+
+TSimpleCond *TNQuery::AddConditionNum(TFilterBracket *bracket, int rowNum, TDSField *field)
+{
+    if (!bracket)
+        bracket = FFilter.get();
+    return InitializeNewCondition(bracket->InsertSimpleCondByNum(rowNum), field);
+}
+
+TCustomCond *TNQuery::AddCustomCondition(TFilterBracket *bracket, TDSCondition *condition)
+{
+    if (!bracket)
+        bracket = FFilter.get();
+    return bracket->InsertCustomCondByNum(bracket->GetLastRowNum() + 1, condition);
+}
+
+TFilterBracket *TNQuery::AddBracket(TFilterBracket *bracket)
+{
+    if (!bracket)
+        bracket = FFilter.get();
+    return AddBracketNum(bracket, bracket->GetLastRowNum() + 1);
+}
+
+TFilterBracket *TNQuery::AddBracketNum(TFilterBracket *bracket, int rowNum)
+{
+    if (!bracket)
+        bracket = FFilter.get();
+    TFilterBracket *added = bracket->InsertNewBracketByNum(rowNum);
+    if (FNonEmptyBrackets)
+        added->AddCond();
+    return added;
+}
+
+void TNQuery::ClearAll()
+{
+    BeginUpdate();
+    FResult.ClearParams();
+    FFilter->ClearRows();
+    FFilter->SetEnabled(true);
+    FFilter->SetLinkType(FDefaultLinkType);
+    EndUpdate();
+    RFields().Clear();
+    RFields().SetJustSorting(false);
+    FResult.ClearPieces();
+    FTableFilters.Clear();
+    FSQLParams.clear();
+    FQueryName.clear();
+    FDescription.clear();
+    FUserData.clear();
+}
+
+// --- TNQuery: building ----------------------------------------------------------------------
+
+void TNQuery::BuildQuery()
+{
+    if (FBuilding)
+        return;
+    CheckIfDBStructAssigned();
+    TFlagGuard building(FBuilding, true);
+    TQueryBuilder(*this).Run();
+}
+
+void TNQuery::BuildFilters()
+{
+    if (FBuilding)
+        return;
+    TFlagGuard filters(FBuildingFilters, true);
+    FTableFilters.Clear();
+    BuildQuery();
+}
+
+} // namespace vm20

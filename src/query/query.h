@@ -1,0 +1,246 @@
+#pragma once
+// The non-visual query: the condition tree, the result columns, the build of
+// the SQL statement and the state a host reads and sets. A view shows the
+// tree through TNQueryObserver and edits it through the tree's operations; the
+// query knows no widget.
+#include "query/filtercond.h"
+#include "query/filterrow.h"
+#include "query/queryresult.h"
+#include "query/sqlsyntax.h"
+#include "query/tablefilter.h"
+#include "query/titles.h"
+
+#include <QObject>
+#include <QPointer>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+namespace vm20 {
+
+class TNCustomDBStructure;
+class TDSField;
+class TDSCondition;
+class TNQuery;
+
+// Told of every change of the tree. RowRemoved comes before the row and its
+// sub-tree are freed (they are still intact); Reset replaces all rows at once
+// (after a batch of changes between BeginUpdate and EndUpdate).
+class TNQueryObserver
+{
+public:
+    virtual ~TNQueryObserver() = default;
+    virtual void RowInserted(TFilterRow *row) { (void)row; }
+    virtual void RowRemoved(TFilterRow *row) { (void)row; }
+    virtual void RowChanged(TFilterRow *row) { (void)row; }
+    virtual void Reset() {}
+};
+
+// An object told of every change of a query (QueryChanged), in the order the
+// links were attached.
+class TNQueryPanelLink
+{
+public:
+    TNQueryPanelLink() = default;
+    virtual ~TNQueryPanelLink();
+    TNQueryPanelLink(const TNQueryPanelLink &) = delete;
+    TNQueryPanelLink &operator=(const TNQueryPanelLink &) = delete;
+
+    TNQuery *QueryPanel() const { return FQueryPanel; }
+    void SetQueryPanel(TNQuery *query);
+    virtual void QueryChanged() {}
+
+private:
+    friend class TNQuery;
+    TNQuery *FQueryPanel = nullptr;
+};
+
+// Error codes of ENQueryPanelError.
+enum TQueryPanelErrorCode {
+    qpeNoDBStruct = 1,
+    qpeWrongLink = 2,
+    qpeNoPath = 3,
+    qpeInvalidFltrTitle = 4,
+    qpeInvalidStrFmt = 5,
+    qpeQueryWasNotBuilt = 8
+};
+
+class TNQuery : public QObject
+{
+public:
+    explicit TNQuery(QObject *parent = nullptr);
+    ~TNQuery() override;
+
+    // --- the model -------------------------------------------------------
+    TNCustomDBStructure *DBStruct() const { return FDBStruct; }
+    void SetDBStruct(TNCustomDBStructure *value);
+    // ENQueryPanelError "DBStruct is not specified" without a model.
+    void CheckIfDBStructAssigned() const;
+
+    // --- the query -------------------------------------------------------
+    TFilterBracket *Filter() const { return FFilter.get(); }
+    TQueryResult &QResult() { return FResult; }
+    const TQueryResult &QResult() const { return FResult; }
+    TRFieldList &RFields() { return FResult.RFields(); }
+    const TRFieldList &RFields() const { return FResult.RFields(); }
+    TNTableFilterList &TableFilters() { return FTableFilters; }
+    const TNTableFilterList &TableFilters() const { return FTableFilters; }
+
+    TSQLSyntax SQLSyntax() const { return FSQLSyntax; }
+    void SetSQLSyntax(TSQLSyntax value);
+    TSQLOptions SQLOptions() const { return FSQLOptions; }
+    void SetSQLOptions(TSQLOptions value);
+    // Passes syntax and options to the result and the result field list.
+    void SQLOptionsChanged();
+    // The main table by its compound name ("Orders - o").
+    const QString &MainTableName() const { return FMainTableName; }
+    void SetMainTableName(const QString &value) { FMainTableName = value; }
+    const QString &SQLTopClause() const { return FSQLTopClause; }
+    void SetSQLTopClause(const QString &value) { FSQLTopClause = value; }
+    const QString &SQLLimitClause() const { return FSQLLimitClause; }
+    void SetSQLLimitClause(const QString &value) { FSQLLimitClause = value; }
+    TFilterLinkType DefaultLinkType() const { return FDefaultLinkType; }
+    void SetDefaultLinkType(TFilterLinkType value) { FDefaultLinkType = value; }
+    // A bracket added through AddBracket gets one empty condition.
+    bool NonEmptyBrackets() const { return FNonEmptyBrackets; }
+    void SetNonEmptyBrackets(bool value) { FNonEmptyBrackets = value; }
+    // name=value lines: the current value of each condition's field.
+    QStringList &SQLParams() { return FSQLParams; }
+    const QStringList &SQLParams() const { return FSQLParams; }
+
+    const QString &QueryName() const { return FQueryName; }
+    void SetQueryName(const QString &value) { FQueryName = value; }
+    QStringList &Description() { return FDescription; }
+    const QStringList &Description() const { return FDescription; }
+    QStringList &UserData() { return FUserData; }
+    const QStringList &UserData() const { return FUserData; }
+    // The format version of the last query text read.
+    double Version() const { return FVersion; }
+    void SetVersion(double value) { FVersion = value; }
+    bool SaveTitles() const { return FSaveTitles; }
+    void SetSaveTitles(bool value) { FSaveTitles = value; }
+    bool SaveSQLOptions() const { return FSaveSQLOptions; }
+    void SetSaveSQLOptions(bool value) { FSaveSQLOptions = value; }
+
+    // --- titles ------------------------------------------------------------
+    TQueryTitles &Titles() { return FTitles; }
+    const TQueryTitles &Titles() const { return FTitles; }
+    QString GetTitle(const QString &key) const { return FTitles.GetTitle(key); }
+    void SetTitle(const QString &key, const QString &text) { FTitles.SetTitle(key, text); }
+    void LoadDefTitles() { FTitles.LoadDefTitles(); }
+    void SetTitles(const QStringList &lines) { FTitles.SetTitles(lines); }
+    // The title of a link type ("all", "any", ...).
+    QString LinkTypeTitle(TFilterLinkType type) const;
+
+    // --- state and change notification -------------------------------------
+    bool Active() const { return FActive; }
+    void SetActive(bool value) { FActive = value; }
+    bool Modified() const { return FModified; }
+    void SetModified(bool value) { FModified = value; }
+    // While loading (nestable) QueryChanged, OnConditionChange and
+    // OnParamListChange stay silent.
+    void BeginLoading() { ++FLoading; }
+    void EndLoading() { --FLoading; }
+    bool Loading() const { return FLoading > 0; }
+    void BeginRefreshing() { ++FRefreshing; }
+    void EndRefreshing() { --FRefreshing; }
+    bool Destroying() const { return FDestroying; }
+    // Marks the query modified, tells the links and raises OnChange (once:
+    // a change made inside the handler does not raise it again).
+    virtual void QueryChanged();
+    void ParametersListChanged();
+
+    void AddObserver(TNQueryObserver *observer);
+    void RemoveObserver(TNQueryObserver *observer);
+    // Batches tree changes: observers get one Reset at the outermost EndUpdate.
+    void BeginUpdate() { ++FUpdating; }
+    void EndUpdate();
+
+    // --- tree operations of the panel --------------------------------------
+    TSimpleCond *AddCondition(TFilterBracket *bracket, TDSField *field);
+    TSimpleCond *AddConditionNum(TFilterBracket *bracket, int rowNum, TDSField *field);
+    TCustomCond *AddCustomCondition(TFilterBracket *bracket, TDSCondition *condition);
+    TFilterBracket *AddBracket(TFilterBracket *bracket);
+    TFilterBracket *AddBracketNum(TFilterBracket *bracket, int rowNum);
+    // Rows in display order: the root is row 0.
+    TFilterRow *GetRowByNum(int rowNum) const;
+    int GetRowCount() const;
+    // Empties the tree, the result columns, the parameters and the texts.
+    void ClearAll();
+
+    // --- building ------------------------------------------------------------
+    void BuildQuery();
+    // One filter text per table in TableFilters instead of a statement.
+    void BuildFilters();
+    bool BuildingFilters() const { return FBuildingFilters; }
+    bool Building() const { return FBuilding; }
+    // The statement of the last build.
+    const QStringList &GetSQL() { return FResult.GetSQL(); }
+    // The condition tree as readable text, one line per enabled row.
+    QString GetQueryText() const;
+
+    // --- events ----------------------------------------------------------------
+    std::function<void(TFilterCond *condition, QString &text)> OnBuildSQL;
+    std::function<void(TNQuery *sender)> OnChange;
+    std::function<void(TFilterCond *condition)> OnConditionChange;
+    std::function<void(TNQuery *sender)> OnParamListChange;
+
+private:
+    friend class TFilterRow;
+    friend class TFilterBracket;
+    friend class TFilterCond;
+    friend class TNQueryPanelLink;
+    friend class TQueryBuilder;
+
+    void RowInserted(TFilterRow *row);
+    void RowRemoving(TFilterRow *row);
+    void RowChanged(TFilterRow *row);
+    void ConditionChanged(TFilterCond *condition);
+    void InvalidateNumbers() { FNumbersValid = false; }
+    void EnsureNumbers() const;
+    TSimpleCond *InitializeNewCondition(TSimpleCond *condition, TDSField *field);
+
+    // Declared before the tree: conditions hand their parameters back to the
+    // result when the tree is freed.
+    TQueryResult FResult;
+    std::unique_ptr<TFilterBracket> FFilter;
+    TNTableFilterList FTableFilters;
+    TQueryTitles FTitles;
+    TNCustomDBStructure *FDBStruct = nullptr;
+
+    TSQLSyntax FSQLSyntax = ssSQL2;
+    TSQLOptions FSQLOptions;
+    QString FMainTableName;
+    QString FSQLTopClause;
+    QString FSQLLimitClause;
+    TFilterLinkType FDefaultLinkType = fltAny;
+    bool FNonEmptyBrackets = false;
+    QStringList FSQLParams;
+    QString FQueryName;
+    QStringList FDescription;
+    QStringList FUserData;
+    double FVersion = 3.6;
+    bool FSaveTitles = false;
+    bool FSaveSQLOptions = true;
+
+    bool FActive = true;
+    bool FModified = false;
+    bool FDestroying = false;
+    bool FBuilding = false;
+    bool FBuildingFilters = false;
+    bool FInsideOnChange = false;
+    int FLoading = 0;
+    int FRefreshing = 0;
+    int FUpdating = 0;
+
+    std::vector<TNQueryPanelLink *> FLinks;
+    std::vector<TNQueryObserver *> FObservers;
+
+    mutable bool FNumbersValid = false;
+    mutable std::vector<TFilterRow *> FRowsByNum;
+};
+
+} // namespace vm20
