@@ -50,8 +50,10 @@ void TNQueryPanelLink::SetQueryPanel(TNQuery *query)
 // --- TNQuery: life --------------------------------------------------------------------
 
 TNQuery::TNQuery(QObject *parent)
-    : QObject(parent), FResult(this), FFilter(std::make_unique<TFilterBracket>(this))
+    : QObject(parent), FResult(this)
 {
+    // The root reads the default link type, so it comes after the members.
+    FFilter = std::make_unique<TFilterBracket>(this);
     SQLOptionsChanged();
 }
 

@@ -53,6 +53,10 @@ TDateTime ParseDateValue(const QString &text)
     try {
         return VmStrToDateTime(text);
     } catch (const EConvertError &) {
+        // The locale's short date may have a two-digit year: read the zero
+        // date's own text back as the zero date.
+        if (text == DateToStr(0.0))
+            return 0.0;
         try {
             return StrToDateTime(text);
         } catch (const EConvertError &) {
