@@ -1,0 +1,21 @@
+#pragma once
+// Codes and texts of the errors the Qt Sql provider raises (ENDBInfoError).
+#include <QString>
+
+namespace vm20 {
+
+enum TDBInfoErrorCode {
+    dbieNoConnection = 1,
+    dbieCannotOpen = 2,
+    dbieQueryFailed = 3,
+    dbieBadUrl = 4
+};
+
+inline const QString SNoConnection = QStringLiteral("No database connection named \"%s\"");
+inline const QString SCannotOpen = QStringLiteral("Can not open database \"%s\": %s");
+inline const QString SQueryFailed = QStringLiteral("Query failed: %s\n%s");
+inline const QString SUnsupportedUrl = QStringLiteral(
+    "Unsupported database URL \"%s\": expected sqlite:PATH or postgresql://USER@HOST:PORT/DATABASE");
+inline const QString SNoDatabaseFile = QStringLiteral("Database file \"%s\" does not exist");
+
+} // namespace vm20

@@ -1,0 +1,92 @@
+#include "providers/columntype.h"
+
+#include "common/printers.h"
+
+#include <gtest/gtest.h>
+
+namespace vm20 {
+
+void PrintTo(const TColumnType &t, std::ostream *os)
+{
+    *os << FldTypeToStr(t.FieldType).toStdString() << "/" << t.FieldSize;
+}
+
+namespace {
+
+TEST(ColumnType, DeclaredTypesMapToFieldTypesAndSizes)
+{
+    struct Row { int line; const char *declared; TColumnType expected; const char *reason; };
+    const Row rows[] = {
+        {__LINE__, "INTEGER", {ftInteger, 0}, "plain integer"},
+        {__LINE__, "int", {ftInteger, 0}, "names are case-insensitive"},
+        {__LINE__, "BIGINT", {ftLargeint, 0}, "64-bit"},
+        {__LINE__, "UNSIGNED BIG INT", {ftLargeint, 0}, "several words"},
+        {__LINE__, "SMALLINT", {ftSmallint, 0}, "16-bit"},
+        {__LINE__, "BOOLEAN", {ftBoolean, 0}, "boolean"},
+        {__LINE__, "REAL", {ftFloat, 0}, "float"},
+        {__LINE__, "double  precision", {ftFloat, 0}, "inner blanks collapse"},
+        {__LINE__, "NUMERIC(8,3)", {ftBCD, 3}, "BCD keeps its scale as size"},
+        {__LINE__, "decimal ( 10 , 2 )", {ftBCD, 2}, "blanks inside the arguments"},
+        {__LINE__, "NUMERIC", {ftBCD, 0}, "no scale"},
+        {__LINE__, "MONEY", {ftCurrency, 0}, "currency"},
+        {__LINE__, "DATE", {ftDate, 0}, "date"},
+        {__LINE__, "DATETIME", {ftDateTime, 0}, "date and time"},
+        {__LINE__, "TIMESTAMP", {ftTimeStamp, 0}, "timestamp"},
+        {__LINE__, "timestamp(3) with time zone", {ftTimeStamp, 0}, "modifier after the arguments"},
+        {__LINE__, "TIME", {ftTime, 0}, "time"},
+        {__LINE__, "time without time zone", {ftTime, 0}, "information-schema spelling"},
+        {__LINE__, "TEXT", {ftMemo, 0}, "unbounded text is a memo"},
+        {__LINE__, "VARCHAR(40)", {ftString, 40}, "length becomes the size"},
+        {__LINE__, "character varying(12)", {ftString, 12}, "information-schema spelling"},
+        {__LINE__, "VARCHAR", {ftString, 255}, "no length"},
+        {__LINE__, "CHAR(2)", {ftFixedChar, 2}, "fixed length"},
+        {__LINE__, "CHARACTER", {ftFixedChar, 1}, "a bare CHAR holds one character"},
+        {__LINE__, "BLOB", {ftBlob, 0}, "binary"},
+        {__LINE__, "bytea", {ftBlob, 0}, "binary, other spelling"},
+        {__LINE__, "UNSIGNED INTEGER", {ftInteger, 0}, "unknown name holding INT"},
+        {__LINE__, "NVARCHAR2(30)", {ftString, 30}, "unknown name holding CHAR keeps the length"},
+        {__LINE__, "LONGBLOB", {ftBlob, 0}, "unknown name holding BLOB"},
+        {__LINE__, "FLOATING POINT", {ftInteger, 0}, "INT is tested before FLOA, as SQLite does"},
+        {__LINE__, "SINGLE_FLOAT", {ftFloat, 0}, "unknown name holding FLOA"},
+        {__LINE__, "", {ftUnknown, 0}, "no declared type: look elsewhere"},
+        {__LINE__, "JSON", {ftUnknown, 0}, "nothing to go by"},
+        {__LINE__, "VARCHAR(", {ftString, 255}, "unclosed arguments"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(ColumnTypeFromDeclared(QString::fromUtf8(row.declared)), row.expected)
+            << "line " << row.line << ": " << row.reason;
+}
+
+TEST(ColumnType, DriverValueTypesMapToFieldTypes)
+{
+    struct Row { int line; QMetaType::Type meta; int length; TColumnType expected; const char *reason; };
+    const Row rows[] = {
+        {__LINE__, QMetaType::Int, -1, {ftInteger, 0}, "integer"},
+        {__LINE__, QMetaType::LongLong, -1, {ftLargeint, 0}, "64-bit integer"},
+        {__LINE__, QMetaType::Short, -1, {ftSmallint, 0}, "16-bit integer"},
+        {__LINE__, QMetaType::Bool, -1, {ftBoolean, 0}, "boolean"},
+        {__LINE__, QMetaType::Double, -1, {ftFloat, 0}, "float"},
+        {__LINE__, QMetaType::QDate, -1, {ftDate, 0}, "date"},
+        {__LINE__, QMetaType::QTime, -1, {ftTime, 0}, "time"},
+        {__LINE__, QMetaType::QDateTime, -1, {ftDateTime, 0}, "date-time"},
+        {__LINE__, QMetaType::QByteArray, -1, {ftBlob, 0}, "bytes"},
+        {__LINE__, QMetaType::QString, 20, {ftString, 20}, "string with a known length"},
+        {__LINE__, QMetaType::QString, -1, {ftString, 255}, "string of unknown length"},
+        {__LINE__, QMetaType::QUuid, -1, {ftUnknown, 0}, "nothing the model knows"},
+    };
+    for (const Row &row : rows)
+        EXPECT_EQ(ColumnTypeFromMeta(QMetaType(row.meta), row.length), row.expected)
+            << "line " << row.line << ": " << row.reason;
+}
+
+TEST(ColumnType, StorageClassesOfStoredValuesMapToFieldTypes)
+{
+    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("integer")), (TColumnType{ftInteger, 0}));
+    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("real")), (TColumnType{ftFloat, 0}));
+    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("text")), (TColumnType{ftString, 255}));
+    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("blob")), (TColumnType{ftBlob, 0}));
+    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("null")), TColumnType{});
+}
+
+} // namespace
+} // namespace vm20

@@ -1,0 +1,94 @@
+#include "providers/dburl.h"
+
+#include "common/printers.h"
+#include "model/errors.h"
+#include "providers/sqlerrors.h"
+
+#include <QFileInfo>
+#include <QSqlQuery>
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace vm20 {
+namespace {
+
+const QString SampleDb = QStringLiteral(VM20_BINARY_DIR "/examples/shop.sqlite");
+
+TEST(OpenDatabaseUrl, RefusesWhatItCannotOpenWithAClearMessage)
+{
+    QTemporaryDir dir;
+    const QString missing = dir.path() + QStringLiteral("/missing.sqlite");
+    struct Row { int line; QString url; int code; QString message; const char *reason; };
+    const Row rows[] = {
+        {__LINE__, QStringLiteral("mysql://host/db"), dbieBadUrl,
+         QStringLiteral("Unsupported database URL \"mysql://host/db\": expected sqlite:PATH or "
+                        "postgresql://USER@HOST:PORT/DATABASE"),
+         "unknown scheme"},
+        {__LINE__, QStringLiteral("shop.sqlite"), dbieBadUrl, {}, "no scheme at all"},
+        {__LINE__, QStringLiteral("sqlite:"), dbieBadUrl, {}, "no path"},
+        {__LINE__, QStringLiteral("postgresql:///db"), dbieBadUrl, {}, "no host"},
+        {__LINE__, QStringLiteral("sqlite:") + missing, dbieCannotOpen,
+         QStringLiteral("Database file \"%1\" does not exist").arg(missing), "missing file"},
+        {__LINE__, QStringLiteral("sqlite:") + dir.path(), dbieCannotOpen, {}, "a directory is no file"},
+    };
+    for (const Row &row : rows) {
+        try {
+            OpenDatabaseUrl(row.url);
+            ADD_FAILURE() << "line " << row.line << ": no error raised";
+        } catch (const ENDBInfoError &e) {
+            EXPECT_EQ(e.ErrorCode(), row.code) << "line " << row.line << ": " << row.reason;
+            if (!row.message.isEmpty()) {
+                EXPECT_EQ(e.Message(), row.message) << "line " << row.line << ": " << row.reason;
+            }
+        }
+    }
+    EXPECT_FALSE(QFileInfo::exists(missing)) << "opening must not create the file";
+}
+
+TEST(OpenDatabaseUrl, OpensEachSqliteUrlUnderAConnectionOfItsOwn)
+{
+    QSqlDatabase a = OpenDatabaseUrl(QStringLiteral("sqlite:") + SampleDb, true);
+    QSqlDatabase b = OpenDatabaseUrl(QStringLiteral("SQLite://") + SampleDb);
+    EXPECT_TRUE(a.isOpen());
+    EXPECT_TRUE(b.isOpen());
+    EXPECT_NE(a.connectionName(), b.connectionName());
+
+    const QString name = a.connectionName();
+    CloseDatabase(a);
+    EXPECT_FALSE(a.isValid());
+    EXPECT_FALSE(QSqlDatabase::contains(name));
+    CloseDatabase(b);
+}
+
+TEST(OpenDatabaseUrl, ReadOnlyRefusesWrites)
+{
+    QTemporaryDir dir;
+    const QString path = dir.path() + QStringLiteral("/copy.sqlite");
+    ASSERT_TRUE(QFile::copy(SampleDb, path));
+
+    QSqlDatabase db = OpenDatabaseUrl(QStringLiteral("sqlite:") + path, true);
+    {
+        QSqlQuery query(db);
+        EXPECT_TRUE(query.exec(QStringLiteral("SELECT COUNT(*) FROM regions")));
+        EXPECT_FALSE(query.exec(QStringLiteral("DELETE FROM regions")));
+    }
+    CloseDatabase(db);
+
+    db = OpenDatabaseUrl(QStringLiteral("sqlite:") + path);
+    {
+        QSqlQuery query(db);
+        EXPECT_TRUE(query.exec(QStringLiteral("UPDATE regions SET name = name")));
+    }
+    CloseDatabase(db);
+}
+
+TEST(OpenDatabaseUrl, OpensAnInMemoryDatabase)
+{
+    QSqlDatabase db = OpenDatabaseUrl(QStringLiteral("sqlite::memory:"));
+    EXPECT_TRUE(db.isOpen());
+    CloseDatabase(db);
+}
+
+} // namespace
+} // namespace vm20
