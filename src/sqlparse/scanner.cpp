@@ -61,12 +61,22 @@ inline bool IsWordChar(char16_t c)
     return cc == ccWord || cc == ccDigit;
 }
 
-// Lower case with offsets kept. A few special casings change the length
-// (U+0130 becomes "i" plus a combining dot); there each character keeps the
-// first character of its own lower case.
+// Lower case with offsets kept. SQL is mostly ASCII, which is lowered here
+// directly; other text goes through Qt. A few special casings change the
+// length (U+0130 becomes "i" plus a combining dot); there each character
+// keeps the first character of its own lower case.
 QString AlignedLower(const QString &text)
 {
-    QString lower = text.toLower();
+    QString lower(text.size(), Qt::Uninitialized);
+    const char16_t *from = reinterpret_cast<const char16_t *>(text.constData());
+    char16_t *to = reinterpret_cast<char16_t *>(lower.data());
+    const qsizetype n = text.size();
+    qsizetype i = 0;
+    for (; i < n && from[i] < 128; ++i)
+        to[i] = from[i] >= u'A' && from[i] <= u'Z' ? char16_t(from[i] + 32) : from[i];
+    if (i == n)
+        return lower;
+    lower = text.toLower();
     if (lower.size() == text.size())
         return lower;
     lower = text;
@@ -253,22 +263,6 @@ QString TNScanner::GetTokStr() const
 QString TNScanner::GetRealStr() const
 {
     return RealView().toString();
-}
-
-QStringView TNScanner::TokView() const
-{
-    if (EOS())
-        return {};
-    const TTok &t = FTokens[FIndex];
-    return QStringView(FLower).mid(t.Start, t.Length);
-}
-
-QStringView TNScanner::RealView() const
-{
-    if (EOS())
-        return {};
-    const TTok &t = FTokens[FIndex];
-    return QStringView(FText).mid(t.Start, t.Length);
 }
 
 int TNScanner::GetTokLine() const

@@ -65,8 +65,14 @@ public:
 
     // Allocation-free views of the current token's text, valid until the
     // source changes.
-    QStringView TokView() const;
-    QStringView RealView() const;
+    QStringView TokView() const
+    {
+        return EOS() ? QStringView() : QStringView(FLower).mid(FTokens[FIndex].Start, FTokens[FIndex].Length);
+    }
+    QStringView RealView() const
+    {
+        return EOS() ? QStringView() : QStringView(FText).mid(FTokens[FIndex].Start, FTokens[FIndex].Length);
+    }
 
     TNToken GetToken(int offset) const;  // tokEOS token when outside
     TNScannerBookmark GetBookmark() const { return {FIndex}; }

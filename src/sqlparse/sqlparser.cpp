@@ -1,23 +1,9 @@
 #include "sqlparse/sqlparser.h"
 
 #include "support/exception.h"
+#include "support/nstrings.h"
 
 namespace vm20 {
-
-namespace {
-
-// ORDER BY positions are runs of digits; one beyond the int range fails as
-// the runtime's conversion does.
-int PositionOf(QStringView digits)
-{
-    bool ok = false;
-    const int n = digits.toInt(&ok);
-    if (!ok)
-        throw EConvertError(QStringLiteral("'%1' is not a valid integer value").arg(digits));
-    return n;
-}
-
-} // namespace
 
 TNSQLParser::TNSQLParser()
     : FScanner(std::make_unique<TNScanner>())
@@ -55,20 +41,20 @@ void TNSQLParser::Parse()
 void TNSQLParser::ProcessSelect()
 {
     if (!Is(u"select"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
     if (Is(u"distinct")) {
         FParserResult->SetDistinct(true);
         FScanner->NextToken();
     }
-    if (Is(u"*")) {
+    if (Is(u'*')) {
         FParserResult->ResultFields().SetJustSorting(true);
         FParserResult->SetAllRFields(true);
         FScanner->NextToken();
         return;
     }
     ProcessResultField();
-    while (Is(u",")) {
+    while (Is(u',')) {
         FScanner->NextToken();
         ProcessResultField();
     }
@@ -102,14 +88,14 @@ void TNSQLParser::ProcessSQLExpr(QString &expr)
         if (FScanner->EOS()) {
             // Only an unclosed bracket lets an expression run into the end.
             if (depth > 0)
-                Error(QString::fromUtf16(SWrongSQLStatement));
+                Error(SWrongSQLStatement);
             break;
         }
-        if (depth <= 0 && (FScanner->GetTokType() == tokKeyword || Is(u",") || Is(u"as")))
+        if (depth <= 0 && (FScanner->GetTokType() == tokKeyword || Is(u',') || Is(u"as")))
             break;
-        if (Is(u"("))
+        if (Is(u'('))
             ++depth;
-        else if (Is(u")"))
+        else if (Is(u')'))
             --depth;
         FScanner->NextToken();
     }
@@ -124,13 +110,13 @@ void TNSQLParser::ProcessAlias(QString &alias)
 QString TNSQLParser::ProcessIdentifier(bool stripQuotes)
 {
     QString identifier;
-    if (Is(u"\"")) {
+    if (Is(u'"')) {
         FScanner->NextToken();
         const TNScannerBookmark start = FScanner->GetBookmark();
-        while (!FScanner->EOS() && !Is(u"\""))
+        while (!FScanner->EOS() && !Is(u'"'))
             FScanner->NextToken();
         if (FScanner->EOS())
-            Error(QString::fromUtf16(SWrongSQLStatement));
+            Error(SWrongSQLStatement);
         identifier = FScanner->ExtractPiece(start, FScanner->GetBookmark(), false);
         if (!stripQuotes)
             identifier = QLatin1Char('"') + identifier + QLatin1Char('"');
@@ -150,10 +136,10 @@ void TNSQLParser::SkipTokens(QStringView token)
 void TNSQLParser::ProcessFrom()
 {
     if (!Is(u"from"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
     ProcessTable();
-    while (Is(u",")) {
+    while (Is(u',')) {
         FScanner->NextToken();
         ProcessTable();
     }
@@ -168,7 +154,7 @@ bool TNSQLParser::AtJoinWord() const
 QString TNSQLParser::ProcessDottedName()
 {
     QString name = ProcessIdentifier(true);
-    while (Is(u".")) {
+    while (Is(u'.')) {
         FScanner->NextToken();
         name += QLatin1Char('.') + ProcessIdentifier(true);
     }
@@ -183,7 +169,7 @@ void TNSQLParser::ProcessTable()
     SkipTokens(u")");
     TSQLTable *table = FParserResult->Tables().Add(std::move(owned));
     for (int pass = 0; pass < 2 && !FScanner->EOS(); ++pass) {
-        if (Is(u",") || Is(u"where") || Is(u"group") || Is(u"order"))
+        if (Is(u',') || Is(u"where") || Is(u"group") || Is(u"order"))
             return;
         if (AtJoinWord()) {
             ProcessTableJoins(table);
@@ -204,11 +190,11 @@ void TNSQLParser::ProcessTableJoins(TSQLTable *)
             if (Is(u"outer"))
                 FScanner->NextToken();
             if (!Is(u"join"))
-                Error(QString::fromUtf16(SWrongSQLStatement));
+                Error(SWrongSQLStatement);
         } else if (Is(u"inner")) {
             FScanner->NextToken();
             if (!Is(u"join"))
-                Error(QString::fromUtf16(SWrongSQLStatement));
+                Error(SWrongSQLStatement);
         }
         FScanner->NextToken();
         auto joined = std::make_unique<TSQLTable>();
@@ -216,7 +202,7 @@ void TNSQLParser::ProcessTableJoins(TSQLTable *)
         if (!Is(u"on"))
             joined->SetAliasName(ProcessIdentifier(true));
         if (!Is(u"on"))
-            Error(QString::fromUtf16(SWrongSQLStatement));
+            Error(SWrongSQLStatement);
         FScanner->NextToken();
         ProcessBoolExpr();
         FParserResult->Tables().Add(std::move(joined));
@@ -227,14 +213,14 @@ void TNSQLParser::ProcessTableJoins(TSQLTable *)
 void TNSQLParser::ProcessGroupBy()
 {
     if (!Is(u"group"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
     if (!Is(u"by"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
     QString discarded;
     ProcessSQLExpr(discarded);
-    while (Is(u",")) {
+    while (Is(u',')) {
         FScanner->NextToken();
         ProcessSQLExpr(discarded);
     }
@@ -244,7 +230,7 @@ void TNSQLParser::ProcessGroupBy()
 // "desc" changes anything.
 void TNSQLParser::SetSortDirection(TSQLResultField *field)
 {
-    if (FScanner->EOS() || Is(u","))
+    if (FScanner->EOS() || Is(u','))
         return;
     if (Is(u"desc"))
         field->SetSorting(2);
@@ -254,10 +240,10 @@ void TNSQLParser::SetSortDirection(TSQLResultField *field)
 void TNSQLParser::ProcessOrderBy()
 {
     if (!Is(u"order"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
     if (!Is(u"by"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
 
     TSQLResultFieldList &fields = FParserResult->ResultFields();
@@ -266,15 +252,15 @@ void TNSQLParser::ProcessOrderBy()
         TSQLResultField *field = nullptr;
         if (byPosition) {
             if (FScanner->GetTokType() != tokNumber)
-                Error(QString::fromUtf16(SWrongSQLStatement));
-            field = fields.Items(PositionOf(FScanner->TokView()) - 1);
+                Error(SWrongSQLStatement);
+            field = fields.Items(StrToInt(FScanner->GetTokStr()) - 1);
             FScanner->NextToken();
         } else {
             QString column = ProcessIdentifier(false);
-            if (Is(u".")) {
+            if (Is(u'.')) {
                 FScanner->NextToken();
                 if (FScanner->EOS())
-                    Error(QString::fromUtf16(SWrongSQLStatement));
+                    Error(SWrongSQLStatement);
                 column += QLatin1Char('.') + ProcessIdentifier(false);
             }
             if (fields.JustSorting()) {
@@ -284,14 +270,14 @@ void TNSQLParser::ProcessOrderBy()
                 if (index < 0)
                     index = fields.IndexByExpr(column);
                 if (index < 0)
-                    Error(QString::fromUtf16(SWrongSQLStatement));
+                    Error(SWrongSQLStatement);
                 field = fields.Items(index);
             }
         }
         field->SetSorting(1);
         field->SetSortOrder(counter);
         SetSortDirection(field);
-        if (!Is(u","))
+        if (!Is(u','))
             break;
         FScanner->NextToken();
     }

@@ -54,7 +54,16 @@ protected:
     [[noreturn]] void Error(const QString &msg) const;
 
 private:
-    bool Is(QStringView lowerText) const { return FScanner->TokView() == lowerText; }
+    bool Is(QStringView lowerText) const
+    {
+        const QStringView token = FScanner->TokView();
+        return token.size() == lowerText.size() && token == lowerText;
+    }
+    bool Is(char16_t symbol) const
+    {
+        const QStringView token = FScanner->TokView();
+        return token.size() == 1 && token.front() == symbol;
+    }
     bool AtJoinWord() const;
     QString ProcessDottedName();
     void SetSortDirection(TSQLResultField *field);

@@ -2,6 +2,8 @@
 // The parser's exception and its message texts.
 #include "support/exception.h"
 
+#include <QString>
+
 namespace vm20 {
 
 // Raised for a statement the parser cannot read. The message ends with a line
@@ -13,9 +15,9 @@ public:
 };
 
 // The parser's own copies of the message-table texts it raises.
-inline constexpr char16_t SWrongSQLStatement[] = u"Wrong SQL statement";
-inline constexpr char16_t SLostBracket[] = u"Lost bracket";
-inline constexpr char16_t SBracketsTooDeep[] = u"Brackets nested too deeply (more than %1)";
+inline const QString SWrongSQLStatement = QStringLiteral("Wrong SQL statement");
+inline const QString SLostBracket = QStringLiteral("Lost bracket");
+inline const QString SBracketsTooDeep = QStringLiteral("Brackets nested too deeply (more than %1)");
 
 // Deepest bracket nesting the parser follows, in boolean groups and in
 // condition operands alike. Keeps the recursion far from the stack's end.

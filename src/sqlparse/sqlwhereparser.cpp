@@ -10,12 +10,20 @@ namespace {
 // Words and operators that end a condition operand outside brackets.
 bool IsOperandStop(QStringView t)
 {
-    static constexpr QStringView stops[] = {u"=", u"<>", u"!=", u">",  u"<",   u">=",  u"<=",
-                                            u"like", u"in", u"is", u"between", u"or", u"and", u"not"};
-    for (QStringView s : stops)
-        if (t == s)
-            return true;
-    return false;
+    switch (t.size()) {
+    case 1:
+        return t[0] == u'=' || t[0] == u'<' || t[0] == u'>';
+    case 2:
+        return t == u"<>" || t == u"!=" || t == u">=" || t == u"<=" || t == u"in" || t == u"is" || t == u"or";
+    case 3:
+        return t == u"and" || t == u"not";
+    case 4:
+        return t == u"like";
+    case 7:
+        return t == u"between";
+    default:
+        return false;
+    }
 }
 
 // A value written in double quotes is a string literal to the loader.
@@ -33,7 +41,7 @@ QString DoubleQuotesToSingle(QString value)
 void TNSQLParser::ProcessWhere()
 {
     if (!Is(u"where"))
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     FScanner->NextToken();
     std::unique_ptr<TSQLNode> node = ProcessBoolExpr();
     if (dynamic_cast<TSQLBracket *>(node.get())) {
@@ -89,7 +97,7 @@ std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolTerm()
 void TNSQLParser::EnterBracket()
 {
     if (++FNesting > MaxBracketNesting)
-        Error(QString::fromUtf16(SBracketsTooDeep).arg(MaxBracketNesting));
+        Error(SBracketsTooDeep.arg(MaxBracketNesting));
 }
 
 std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolFactor()
@@ -100,12 +108,12 @@ std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolFactor()
         FScanner->NextToken();
     }
     std::unique_ptr<TSQLNode> node;
-    if (Is(u"(")) {
+    if (Is(u'(')) {
         FScanner->NextToken();
         EnterBracket();
         node = ProcessBoolExpr();
-        if (!Is(u")"))
-            Error(QString::fromUtf16(SLostBracket));
+        if (!Is(u')'))
+            Error(SLostBracket);
         FScanner->NextToken();
         --FNesting;
     } else {
@@ -121,7 +129,7 @@ std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
     bool subQuery = false;
     condition->SetLeftExpr(ProcessConditionValue(subQuery));
     if (FScanner->EOS())
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     // "a NOT LIKE x", "a IS NOT NULL": this NOT is overwritten by the caller,
     // which keeps only a NOT written before the whole condition.
     bool negative = false;
@@ -133,7 +141,7 @@ std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
     condition->SetOperation(operation);
     FScanner->NextToken();
     if (FScanner->EOS())
-        Error(QString::fromUtf16(SWrongSQLStatement));
+        Error(SWrongSQLStatement);
     const bool isIs = operation == u"is";
     if (isIs && Is(u"not")) {
         negative = true;
@@ -146,7 +154,7 @@ std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
         right = right.toLower();
     if (operation == u"between") {
         if (!Is(u"and"))
-            Error(QString::fromUtf16(SWrongSQLStatement));
+            Error(SWrongSQLStatement);
         FScanner->NextToken();
         right += QStringLiteral(" and ") + DoubleQuotesToSingle(ProcessConditionValue(subQuery));
     }
@@ -160,10 +168,10 @@ QString TNSQLParser::ProcessConditionValue(bool &containsSubQuery)
     const TNScannerBookmark start = FScanner->GetBookmark();
     const auto checkDepth = [this](int depth) {
         if (FNesting + depth > MaxBracketNesting)
-            Error(QString::fromUtf16(SBracketsTooDeep).arg(MaxBracketNesting));
+            Error(SBracketsTooDeep.arg(MaxBracketNesting));
     };
     int depth = 0;
-    while (!FScanner->EOS() && Is(u"(")) {
+    while (!FScanner->EOS() && Is(u'(')) {
         checkDepth(++depth);
         FScanner->NextToken();
     }
@@ -171,9 +179,9 @@ QString TNSQLParser::ProcessConditionValue(bool &containsSubQuery)
         containsSubQuery = true;
     while (!FScanner->EOS()) {
         const quint8 type = FScanner->GetTokType();
-        if (Is(u"(")) {
+        if (Is(u'(')) {
             checkDepth(++depth);
-        } else if (Is(u")")) {
+        } else if (Is(u')')) {
             if (depth <= 0)
                 break;  // closes an enclosing group
             --depth;

@@ -9,6 +9,8 @@
 
 #include <QStringList>
 
+#include <vector>
+
 namespace vm20::testing {
 
 inline QString DumpNode(const TSQLNode *node)
@@ -52,6 +54,23 @@ inline QString Dump(const TNParserResult &r)
     return (flags.isEmpty() ? QStringLiteral("-") : flags.join(QLatin1Char(' '))) + QStringLiteral(" | ")
            + fields.join(QStringLiteral(", ")) + QStringLiteral(" | ") + tables.join(QStringLiteral(", "))
            + QStringLiteral(" | ") + (r.WhereClause() ? DumpNode(r.WhereClause()) : QStringLiteral("-"));
+}
+
+// Every node of the tree names its holding bracket as parent.
+inline bool ParentsKept(const TSQLBracket *root)
+{
+    std::vector<const TSQLBracket *> pending{root};
+    while (!pending.empty()) {
+        const TSQLBracket *b = pending.back();
+        pending.pop_back();
+        for (int i = 0; i < b->Nodes().Count(); ++i) {
+            if (b->Nodes().Items(i)->Parent() != b)
+                return false;
+            if (auto *inner = dynamic_cast<const TSQLBracket *>(b->Nodes().Items(i)))
+                pending.push_back(inner);
+        }
+    }
+    return true;
 }
 
 } // namespace vm20::testing

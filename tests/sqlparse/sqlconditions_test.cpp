@@ -54,16 +54,7 @@ TEST_P(TSQLBracketTest, DeleteEmptyBracketsLeavesThisTree)
     auto *root = static_cast<TSQLBracket *>(tree.get());
     root->DeleteEmptyBrackets();
     EXPECT_EQ(DumpNode(root), row.flattened);
-    std::vector<const TSQLBracket *> pending{root};
-    while (!pending.empty()) {
-        const TSQLBracket *b = pending.back();
-        pending.pop_back();
-        for (int i = 0; i < b->Nodes().Count(); ++i) {
-            EXPECT_EQ(b->Nodes().Items(i)->Parent(), b);
-            if (auto *inner = dynamic_cast<const TSQLBracket *>(b->Nodes().Items(i)))
-                pending.push_back(inner);
-        }
-    }
+    EXPECT_TRUE(testing::ParentsKept(root));
 }
 
 INSTANTIATE_TEST_SUITE_P(
