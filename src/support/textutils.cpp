@@ -92,11 +92,11 @@ QString Format(const QString &pattern, std::initializer_list<QVariant> args)
             result.append(c);
             continue;
         }
-        const QChar spec = pattern.at(i + 1);
-        if (spec == QLatin1Char('%')) {
+        const QChar conversion = pattern.at(i + 1);
+        if (conversion == QLatin1Char('%')) {
             result.append(c);
             ++i;
-        } else if ((spec == QLatin1Char('s') || spec == QLatin1Char('d')) && next != args.end()) {
+        } else if ((conversion == QLatin1Char('s') || conversion == QLatin1Char('d')) && next != args.end()) {
             result.append(next->toString());
             ++next;
             ++i;
