@@ -1,0 +1,146 @@
+// The curated sample model checked against the sample database it describes.
+#include "shopmodel.h"
+
+#include "common/printers.h"
+#include "providers/dburl.h"
+#include "providers/sqldbinfo.h"
+
+#include <gtest/gtest.h>
+
+namespace vm20 {
+namespace {
+
+class ShopModel : public ::testing::Test
+{
+protected:
+    static void SetUpTestSuite()
+    {
+        db = new QSqlDatabase(
+            OpenDatabaseUrl(QStringLiteral("sqlite:" VM20_BINARY_DIR "/examples/shop.sqlite"), true));
+    }
+    static void TearDownTestSuite()
+    {
+        CloseDatabase(*db);
+        delete db;
+        db = nullptr;
+    }
+    void SetUp() override { BuildShopModel(model, info); }
+
+    QStringList Run(const QString &sql)
+    {
+        QStringList values;
+        QStringList items;
+        info.RunQuery(sql, values, items);
+        return values;
+    }
+    TDSField *Field(const char *caption) const { return model.FieldByName(1, QString::fromUtf8(caption)); }
+
+    static QSqlDatabase *db;
+    TNSqlDBInfo info{db->connectionName()};
+    TNCustomDBStructure model;
+};
+
+QSqlDatabase *ShopModel::db = nullptr;
+
+QStringList Captions(const TDSFieldList &fields)
+{
+    QStringList out;
+    for (int i = 0; i < fields.Count(); ++i)
+        out << fields.Items(i)->DisplayName();
+    return out;
+}
+
+TEST_F(ShopModel, GroupsFieldsBySubjectWithTheTotalsOnTop)
+{
+    QStringList groups;
+    model.FieldGroups().GetGroupNames(groups);
+    EXPECT_EQ(groups, (QStringList{"Orders", "Order lines", "Customers", "Products", "Suppliers",
+                                   "Employees", "Shipping", "Payments", "Returns"}));
+    EXPECT_EQ(Captions(model.RootGroup()), (QStringList{"Order total", "Number of orders"}));
+    EXPECT_EQ(Captions(*model.FieldGroups().FindByName(QStringLiteral("Employees"))),
+              (QStringList{"Sales person", "First name", "Last name", "Job title", "Born on", "Hired on",
+                           "Salary"}));
+
+    int grouped = 0;
+    for (int i = 0; i < model.FieldGroups().Count(); ++i)
+        grouped += model.FieldGroups().Items(i)->Count();
+    EXPECT_EQ(grouped + model.RootGroup().Count(), model.GetFieldCount()) << "a field in no list";
+    EXPECT_EQ(model.TableByName(0, QStringLiteral("order_totals")), nullptr);
+    EXPECT_EQ(model.DefaultMainTable(), model.TableByName(0, QStringLiteral("orders")));
+    EXPECT_EQ(model.GetLinkCount(), 11);
+}
+
+TEST_F(ShopModel, CalculatedFieldsRunOnTheirTablesAndOnlyTotalsAggregate)
+{
+    struct Row { int line; const char *caption; QStringList tables; bool aggregate; };
+    const Row rows[] = {
+        {__LINE__, "Order total", {"Order Lines"}, true},
+        {__LINE__, "Number of orders", {"orders"}, true},
+        {__LINE__, "Line amount", {"Order Lines"}, false},
+        {__LINE__, "Sales person", {"employees"}, false},
+    };
+    for (const Row &row : rows) {
+        const TDSField *field = Field(row.caption);
+        ASSERT_NE(field, nullptr) << "line " << row.line;
+        QStringList tables;
+        QStringList from;
+        for (int i = 0; i < field->Tables().Count(); ++i) {
+            tables << field->Tables().Items(i)->TableName();
+            from << field->Tables().Items(i)->FromExpr();
+        }
+        EXPECT_EQ(tables, row.tables) << "line " << row.line;
+        EXPECT_EQ(field->IsAggregate(), row.aggregate) << "line " << row.line;
+        EXPECT_GT(field->OperatCount(), 0) << "line " << row.line;
+        // The expression is valid SQL on the sample database.
+        EXPECT_EQ(Run(QStringLiteral("SELECT %1 FROM %2 LIMIT 1").arg(field->SQLExpr(), from.join(", "))).size(), 1)
+            << "line " << row.line;
+    }
+}
+
+TEST_F(ShopModel, PickListsOfferExactlyTheValuesTheDatabaseHolds)
+{
+    const auto listValues = [&](const char *caption) {
+        QStringList values = static_cast<TDSListEditor *>(Field(caption)->ValueEditor())->Values();
+        values.sort();
+        return values;
+    };
+    EXPECT_EQ(listValues("Status"), Run(QStringLiteral("SELECT DISTINCT status FROM orders ORDER BY 1")));
+    EXPECT_EQ(listValues("Payment method"), Run(QStringLiteral("SELECT DISTINCT method FROM payments ORDER BY 1")));
+
+    auto *categories = static_cast<TDSSQLEditor *>(Field("Category")->ValueEditor());
+    categories->SetOpened(true);
+    EXPECT_EQ(categories->Items(), (QStringList{"Beverages", "Condiments", "Confections", "Dairy", "Grains",
+                                                "Meat", "Produce", "Seafood"}));
+    auto *countries = static_cast<TDSSQLEditor *>(Field("Country")->ValueEditor());
+    countries->SetOpened(true);
+    EXPECT_EQ(countries->Values().size(), 10);
+    EXPECT_TRUE(countries->Values().contains(QStringLiteral("Switzerland")));
+}
+
+TEST_F(ShopModel, PredefinedConditionsSelectOrdersOfTheSampleData)
+{
+    struct Row { int line; const char *caption; const char *value; int orders; };
+    const Row rows[] = {
+        {__LINE__, "Order is not yet shipped", "", 58},
+        {__LINE__, "Ordered in the year ", "2023", 400},
+        {__LINE__, "Order has returns", "", 58},
+    };
+    QStringList captions;
+    model.GetConditionCaptions(captions);
+    ASSERT_EQ(captions.size(), int(std::size(rows)));
+    for (int i = 0; i < model.Conditions().Count(); ++i) {
+        const Row &row = rows[i];
+        const TDSCondition *condition = model.Conditions().Items(i);
+        EXPECT_EQ(condition->Caption(), QString::fromUtf8(row.caption)) << "line " << row.line;
+        ASSERT_EQ(condition->Tables().Count(), 1) << "line " << row.line;
+        EXPECT_EQ(condition->Tables().Items(0)->TableName(), QStringLiteral("orders")) << "line " << row.line;
+        QString where = condition->SQLExpr();
+        where.replace(QStringLiteral("@1"), QString::fromUtf8(row.value));
+        EXPECT_EQ(Run(QStringLiteral("SELECT COUNT(*) FROM orders WHERE ") + where),
+                  QStringList{QString::number(row.orders)})
+            << "line " << row.line;
+    }
+}
+
+} // namespace
+} // namespace vm20
