@@ -45,6 +45,16 @@ QString LowerCall(const TNCustomDBStructure *model, const QString &text)
 
 } // namespace
 
+QString TQueryBuilder::FieldExpression(const TDSField *field)
+{
+    // Fixed for the whole build: the same field always reads the same.
+    const auto it = FFieldExpressions.constFind(field);
+    if (it != FFieldExpressions.constEnd())
+        return *it;
+    const bool plain = FFilters || (FUsedTables.size() < 2 && FQuery.SQLOptions().contains(soFilter));
+    return *FFieldExpressions.insert(field, plain ? field->FilterSQLExpr() : field->SQLExpr());
+}
+
 std::optional<QString> TQueryBuilder::FormCondition(TFilterCond &condition)
 {
     QString text = condition.GetSQLExpr();
@@ -59,18 +69,15 @@ std::optional<QString> TQueryBuilder::FormCondition(TFilterCond &condition)
         AddTable(table);
 
     if (simple) {
-        const TDSField *field = simple->Field();
-        const bool plain = FFilters
-                           || (FUsedTables.size() < 2 && FQuery.SQLOptions().contains(soFilter));
-        QString fieldExpr = plain ? field->FilterSQLExpr() : field->SQLExpr();
+        QString fieldExpr = FieldExpression(simple->Field());
         if (simple->IsCaseInsensitive())
             fieldExpr = LowerCall(FModel, fieldExpr);
-        text.replace(QStringLiteral("@f"), fieldExpr);
+        text.replace(QLatin1String("@f"), fieldExpr);
     }
-    if (!tables.empty() && tables.front())
-        text.replace(QStringLiteral("@t"), tables.front()->TableAlias());
-    if (FResult.ResultTables().Count() > 0)
-        text.replace(QStringLiteral("@m"), FResult.ResultTables().Items(0)->Table()->TableAlias());
+    if (!tables.empty() && tables.front() && text.contains(QLatin1String("@t")))
+        text.replace(QLatin1String("@t"), tables.front()->TableAlias());
+    if (FResult.ResultTables().Count() > 0 && text.contains(QLatin1String("@m")))
+        text.replace(QLatin1String("@m"), FResult.ResultTables().Items(0)->Table()->TableAlias());
 
     const int count = condition.GetValueCount();
     for (int i = 1; i <= count; ++i)
@@ -83,7 +90,8 @@ std::optional<QString> TQueryBuilder::FormCondition(TFilterCond &condition)
 
 void TQueryBuilder::FillValue(TFilterCond &condition, int index, QString &text)
 {
-    const QString placeholder = QLatin1Char('@') + QString::number(index);
+    static const QString placeholders[] = {QStringLiteral("@1"), QStringLiteral("@2"), QStringLiteral("@3")};
+    const QString placeholder = index <= 3 ? placeholders[index - 1] : QLatin1Char('@') + QString::number(index);
     const QString region = PlaceholderRegion(text, placeholder);
     if (region.isEmpty())
         return;

@@ -246,7 +246,14 @@ QString TSimpleCond::GetSQLExpr() const
 
 int TSimpleCond::GetValueCount() const
 {
-    return FOperator ? FOperator->ParamCount() : 0;
+    if (!FOperator)
+        return 0;
+    if (FCountedOperator != FOperator || FCountedTemplate != FOperator->SQLExpr()) {
+        FCountedOperator = FOperator;
+        FCountedTemplate = FOperator->SQLExpr();
+        FValueCount = FOperator->ParamCount();
+    }
+    return FValueCount;
 }
 
 int TSimpleCond::GetValueSize(int index) const

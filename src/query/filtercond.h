@@ -120,6 +120,11 @@ protected:
 private:
     TDSField *FField = nullptr;
     TDSOperator *FOperator = nullptr;
+    // The operator's value count, kept while its template stays the same
+    // (counting searches the template once per value).
+    mutable const TDSOperator *FCountedOperator = nullptr;
+    mutable QString FCountedTemplate;
+    mutable int FValueCount = 0;
 };
 
 class TCustomCond : public TFilterCond

@@ -42,9 +42,17 @@ int TFilterRow::RowNum() const
 
 QString TFilterRow::RowID() const
 {
+    // Built on demand from the positions: storing every identifier would cost
+    // the square of the depth on deeply nested trees.
     if (FQuery)
         FQuery->EnsureNumbers();
-    return FRowID;
+    QStringList parts;
+    for (const TFilterRow *row = this; row->FParent; row = row->FParent)
+        parts.append(QString::number(row->FIndex + 1));
+    QString id;
+    for (auto it = parts.crbegin(); it != parts.crend(); ++it)
+        id += *it + QLatin1Char('.');
+    return id;
 }
 
 QString TFilterRow::ButtonCaption() const

@@ -79,7 +79,6 @@ private:
     int FRowNum = -1;
     int FIndex = -1;
     int FLevel = 0;
-    QString FRowID;
 };
 
 class TFilterBracket : public TFilterRow

@@ -207,7 +207,6 @@ void TNQuery::EnsureNumbers() const
     FRowsByNum.clear();
     TFilterRow *root = FFilter.get();
     root->FRowNum = 0;
-    root->FRowID.clear();
     root->FLevel = 0;
     root->FIndex = -1;
     FRowsByNum.push_back(root);
@@ -222,7 +221,6 @@ void TNQuery::EnsureNumbers() const
         row->FIndex = int(next);
         ++next;
         row->FRowNum = int(FRowsByNum.size());
-        row->FRowID = bracket->FRowID + QString::number(row->FIndex + 1) + QLatin1Char('.');
         row->FLevel = bracket->FLevel + 1;
         FRowsByNum.push_back(row);
         if (row->IsBracket())

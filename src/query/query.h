@@ -3,6 +3,7 @@
 // the SQL statement and the state a host reads and sets. A view shows the
 // tree through TNQueryObserver and edits it through the tree's operations; the
 // query knows no widget.
+#include "model/dbstructure.h"
 #include "query/filtercond.h"
 #include "query/filterrow.h"
 #include "query/queryresult.h"
@@ -21,9 +22,6 @@
 
 namespace vm20 {
 
-class TNCustomDBStructure;
-class TDSField;
-class TDSCondition;
 class TNQuery;
 
 // Told of every change of the tree. RowRemoved comes before the row and its
@@ -209,7 +207,7 @@ private:
     std::unique_ptr<TFilterBracket> FFilter;
     TNTableFilterList FTableFilters;
     TQueryTitles FTitles;
-    TNCustomDBStructure *FDBStruct = nullptr;
+    QPointer<TNCustomDBStructure> FDBStruct;
 
     TSQLSyntax FSQLSyntax = ssSQL2;
     TSQLOptions FSQLOptions;

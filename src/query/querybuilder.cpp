@@ -12,6 +12,7 @@ namespace vm20 {
 
 namespace {
 
+constexpr int Unresolved = -2;
 const QString NoPathMessage = QStringLiteral("No path between table \"%s\" and \"$s\"");
 
 QString OpenerOf(TFilterLinkType type)
@@ -130,12 +131,6 @@ void TQueryBuilder::AddTable(TDSTable *table)
     AddTableChained(table, chain);
 }
 
-bool TQueryBuilder::TouchesUsedTable(const std::vector<TDSTable *> &path) const
-{
-    return std::any_of(path.begin(), path.end(),
-                       [this](const TDSTable *t) { return FUsedSet.contains(t); });
-}
-
 void TQueryBuilder::AddTableChained(TDSTable *table, std::vector<TDSTable *> &chain)
 {
     TRTableList &tables = FResult.ResultTables();
@@ -144,27 +139,36 @@ void TQueryBuilder::AddTableChained(TDSTable *table, std::vector<TDSTable *> &ch
 
     // Among the chains from the used tables, keep the shortest; a chain that
     // avoids the other used tables is preferred; ties go to the earlier table.
-    std::vector<TDSTable *> best;
-    bool haveBest = false;
+    // Only lengths are compared; the chain kept is spelled out at the end.
+    const int target = FPaths.IndexOf(table);
+    int bestFrom = -1;
+    int bestLength = 0;
     bool bestTouches = false;
-    for (TDSTable *used : FUsedTables) {
+    for (std::size_t i = 0; i < FUsedTables.size(); ++i) {
+        TDSTable *used = FUsedTables[i];
         if (std::find(chain.begin(), chain.end(), used) != chain.end())
             continue;
-        std::vector<TDSTable *> path = FPaths.Path(used, table);
-        if (path.empty())
+        if (FUsedNodes.size() < FUsedTables.size())
+            FUsedNodes.resize(FUsedTables.size(), Unresolved);
+        if (FUsedNodes[i] == Unresolved)
+            FUsedNodes[i] = FPaths.IndexOf(used);
+        const int from = FUsedNodes[i];
+        const int length = FPaths.Length(from, target);
+        if (length == 0)
             throw ENQueryPanelError(qpeNoPath, NoPathMessage, {used->TableName(), table->TableName()});
-        const bool touches = TouchesUsedTable(path);
-        const bool better = !haveBest
+        const bool touches = FPaths.Touches(from, target, FUsedSet);
+        const bool better = bestFrom < 0
                             || (!touches && bestTouches)
-                            || (path.size() < best.size() && !(!bestTouches && touches));
+                            || (length < bestLength && !(!bestTouches && touches));
         if (better) {
-            best = std::move(path);
+            bestFrom = from;
+            bestLength = length;
             bestTouches = touches;
-            haveBest = true;
         }
     }
-    if (!haveBest)
+    if (bestFrom < 0)
         return;
+    const std::vector<TDSTable *> best = FPaths.Path(bestFrom, target);
     if (tables.IndexOf(best.front()) < 0) {
         chain.push_back(best.front());
         AddTableChained(best.front(), chain);

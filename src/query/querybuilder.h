@@ -5,6 +5,7 @@
 // build; everything it learns is cached for that build alone.
 #include "query/joinpaths.h"
 
+#include <QHash>
 #include <QSet>
 #include <QString>
 
@@ -13,6 +14,7 @@
 
 namespace vm20 {
 
+class TDSField;
 class TDSTable;
 class TFilterBracket;
 class TFilterCond;
@@ -33,7 +35,6 @@ private:
     void GatherTables();
     void AddTable(TDSTable *table);
     void AddTableChained(TDSTable *table, std::vector<TDSTable *> &chain);
-    bool TouchesUsedTable(const std::vector<TDSTable *> &path) const;
 
     // Columns.
     void SortingAndGrouping();
@@ -41,6 +42,7 @@ private:
     // Conditions (the text of one condition is formed in conditiontext.cpp).
     void WalkTree(bool having);
     std::optional<QString> FormCondition(TFilterCond &condition);
+    QString FieldExpression(const TDSField *field);
     void FillValue(TFilterCond &condition, int index, QString &text);
 
     // The pieces of text a pass writes: brackets are opened and link words
@@ -61,7 +63,9 @@ private:
     TJoinPathFinder FPaths;
     std::vector<TDSTable *> FUsedTables;
     QSet<const TDSTable *> FUsedSet;
+    std::vector<int> FUsedNodes;   // the path finder's handle of each used table
     std::vector<TToken> FPending;
+    QHash<const TDSField *, QString> FFieldExpressions;
     bool FFilters;
 };
 

@@ -2,9 +2,11 @@
 // The columns of the SELECT list. A column combines one or more model fields
 // through a formula ("@1" for the first field, "@2" for the second, ...) and
 // carries a caption for the user, an alias for SQL and a sort setting.
+#include "model/dbstructure.h"
 #include "model/dsfield.h"
 
 #include <QChar>
+#include <QPointer>
 #include <QString>
 #include <QStringList>
 #include <QVariant>
@@ -15,7 +17,6 @@
 
 namespace vm20 {
 
-class TNCustomDBStructure;
 class TNQuery;
 class TRFieldList;
 
@@ -158,7 +159,7 @@ private:
     TResultField *InsertExpression(int index, const QString &caption, const QString &expression,
                                    TSortingType sorting, int sortOrder, bool sqlFirst);
 
-    TNCustomDBStructure *FDBStruct;
+    QPointer<TNCustomDBStructure> FDBStruct;
     TNQuery *FQueryPanel = nullptr;
     bool FQuoteAliases = false;
     double FVersion = CurrentVersion;

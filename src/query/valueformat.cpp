@@ -29,6 +29,16 @@ bool IsZeroDefaultType(TFieldType type)
     }
 }
 
+bool IsPlainInteger(const QString &text)
+{
+    if (text.isEmpty() || text.size() > 15)
+        return false;
+    for (qsizetype i = 0; i < text.size(); ++i)
+        if (text[i] < QLatin1Char('0') || text[i] > QLatin1Char('9'))
+            return false;
+    return true;
+}
+
 const TNCustomDBStructure *ModelOf(const TFilterCond &condition)
 {
     return condition.Query() ? condition.Query()->DBStruct() : nullptr;
@@ -164,11 +174,12 @@ QString ProcessDateValue(const TNCustomDBStructure *model, TSQLSyntax syntax, TF
 
 QString ProcessFloatValue(TFieldType type, const QString &text)
 {
-    if (type == ftFloat)
-        return XFloatToStr(StrToFloat(text));
-    if (type == ftCurrency)
-        return XCurrToStr(StrToCurr(text));
-    return text;
+    if (type != ftFloat && type != ftCurrency)
+        return text;
+    // Plain digits read the same in every locale; they skip the locale's parser.
+    if (IsPlainInteger(text))
+        return type == ftFloat ? XFloatToStr(double(text.toLongLong())) : XCurrToStr(double(text.toLongLong()));
+    return type == ftFloat ? XFloatToStr(StrToFloat(text)) : XCurrToStr(StrToCurr(text));
 }
 
 QChar GetQuoteSymbol(const TNCustomDBStructure *model, int which)

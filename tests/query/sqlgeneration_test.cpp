@@ -310,6 +310,18 @@ TEST_F(TNQueryTest, FailsWithoutAnyTable)
     }
 }
 
+TEST_F(TNQueryTest, ForgetsAModelThatIsDestroyed)
+{
+    TNQuery orphan;
+    {
+        TNDBStructure model;
+        orphan.SetDBStruct(&model);
+    }
+    EXPECT_EQ(orphan.DBStruct(), nullptr);
+    EXPECT_EQ(orphan.RFields().DBStruct(), nullptr);
+    EXPECT_THROW(orphan.BuildQuery(), ENQueryPanelError);
+}
+
 TEST_F(TNQueryTest, FailsToPrintAStatementThatWasNotBuilt)
 {
     try {
