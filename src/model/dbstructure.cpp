@@ -407,8 +407,19 @@ void TNCustomDBStructure::GetConditionCaptions(QStringList &captions) const
 
 void TNCustomDBStructure::ClearLinks()
 {
-    for (const auto &link : FLinks)
-        DetachLink(link.get());
+    QSet<const TDSLink *> links;
+    for (const auto &link : FLinks) {
+        links.insert(link.get());
+        // Ends outside the model are not reached through the model's tables.
+        if (TDSTable *table = link->Table1(); table && table->DBStruct() != this)
+            table->RemoveLinkRef(link.get());
+        if (TDSTable *table = link->Table2(); table && table->DBStruct() != this)
+            table->RemoveLinkRef(link.get());
+    }
+    for (const auto &table : FTables)
+        for (int i = table->LinkCount() - 1; i >= 0; --i)
+            if (links.contains(table->GetLink(i)))
+                table->DelLink(i);
     FLinks.clear();
     LinksChanged();
     Changed();

@@ -112,6 +112,8 @@ TDSCondition *TDSConditionList::Items(int index) const
 
 TDSCondition *TDSConditionList::Add(std::unique_ptr<TDSCondition> condition)
 {
+    if (!condition)
+        return nullptr;
     if (condition->ID() == 0)
         condition->SetID(FMaxID + 1);
     if (condition->ID() > FMaxID)

@@ -7,7 +7,8 @@
 
 namespace vm20 {
 
-enum TFieldType {
+// A fixed underlying type, so that the "unknown" value -1 is a valid value.
+enum TFieldType : int {
     ftUnknown, ftString, ftSmallint, ftInteger, ftWord, ftBoolean, ftFloat,
     ftCurrency, ftBCD, ftDate, ftTime, ftDateTime, ftBytes, ftVarBytes,
     ftAutoInc, ftBlob, ftMemo, ftGraphic, ftFmtMemo, ftParadoxOle, ftDBaseOle,

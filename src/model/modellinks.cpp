@@ -49,6 +49,10 @@ void TNCustomDBStructure::DetachLink(TDSLink *link)
         table->RemoveLinkRef(link);
     if (TDSTable *table = link->Table2())
         table->RemoveLinkRef(link);
+    // A reference added by hand to a table at neither end must not outlive
+    // the link either.
+    for (const auto &table : FTables)
+        table->RemoveLinkRef(link);
 }
 
 int TNCustomDBStructure::AddLinkByRef(std::unique_ptr<TDSLink> link)

@@ -13,7 +13,7 @@ namespace vm20 {
 
 class TNCustomDBStructure;
 
-enum TTextEditorKind { tekSimple, tekMask, tekDate, tekTime };
+enum TTextEditorKind : int { tekSimple, tekMask, tekDate, tekTime };
 
 class TDSValueEditor
 {

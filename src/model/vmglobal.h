@@ -9,12 +9,13 @@
 
 namespace vm20 {
 
-enum TNFieldKind { nfkData, nfkVirtual };
-enum TDSEditType { etAuto, etEdit, etList, etCustom, etSQL };
-enum TValueKind { vkScalar, vkList, vkSubQuery };
-enum TExOperator { xoInList, xoBetween, xoStartsWith, xoContains };
+// Fixed underlying types: loaders hold the value -1 for an unknown name.
+enum TNFieldKind : int { nfkData, nfkVirtual };
+enum TDSEditType : int { etAuto, etEdit, etList, etCustom, etSQL };
+enum TValueKind : int { vkScalar, vkList, vkSubQuery };
+enum TExOperator : int { xoInList, xoBetween, xoStartsWith, xoContains };
 using TExOperators = TSet<TExOperator>;
-enum TDSLinkType { ltInner, ltOuterLeft, ltOuterRight, ltOuterFull };
+enum TDSLinkType : int { ltInner, ltOuterLeft, ltOuterRight, ltOuterFull };
 
 inline constexpr TExOperators AllExOperators{xoInList, xoBetween, xoStartsWith, xoContains};
 
