@@ -75,6 +75,18 @@ public:
     void SetInitialSEPath(const QString &value) { FInitialSEPath = value; }
     bool RootFieldsFirst() const { return FRootFieldsFirst; }
     void SetRootFieldsFirst(bool value) { FRootFieldsFirst = value; }
+    // Connection parameters as name=value lines ("DSN", "UserName",
+    // "Password"), a description and the author's own notes. Only the XML
+    // form of the model carries them; clearing the structure keeps them.
+    QStringList &DBParams() { return FDBParams; }
+    const QStringList &DBParams() const { return FDBParams; }
+    void SetDBParams(const QStringList &value) { FDBParams = value; }
+    QStringList &Description() { return FDescription; }
+    const QStringList &Description() const { return FDescription; }
+    void SetDescription(const QStringList &value) { FDescription = value; }
+    QStringList &CustomInfo() { return FCustomInfo; }
+    const QStringList &CustomInfo() const { return FCustomInfo; }
+    void SetCustomInfo(const QStringList &value) { FCustomInfo = value; }
     // The version of the model text read last (0 when none was read).
     double LoadedVersion() const;
     void SetLoadedVersion(double value);
@@ -295,6 +307,9 @@ private:
     double FLoadedVersion = 0;
     bool FUpdating = false;
     QStringList FDBSpecInfo;
+    QStringList FDBParams;
+    QStringList FDescription;
+    QStringList FCustomInfo;
 
     std::vector<std::unique_ptr<TDSTable>> FTables;
     std::vector<std::unique_ptr<TDSField>> FFields;

@@ -58,7 +58,8 @@ enum TDBStructErrorCode {
     dbseCantFindSection = 9,
     dbseCantFindFieldInTbl = 10,
     dbseDbInfoNotSpecified = 11,
-    dbseInvalidLinkText = 12
+    dbseInvalidLinkText = 12,
+    dbseInvalidXml = 13   // a model XML document the reader cannot take
 };
 
 } // namespace vm20
