@@ -22,8 +22,7 @@ public:
     int IndexOf(const TDSTable *table) const { return FIndex.value(table, -1); }
     TDSTable *Node(int index) const { return FNodes[index]; }
 
-    // The start's distance to the target in links (0 none found), and the
-    // chain of node indexes from start to target.
+    // The chain of node indexes from start to target; false when there is none.
     bool ShortestChain(int start, int target, std::vector<int> &chain);
 
 private:
@@ -37,7 +36,8 @@ private:
     std::vector<int> FOut;
     std::vector<int> FInStart;
     std::vector<int> FIn;
-    std::vector<std::uint32_t> FStamp;
+    std::vector<std::uint32_t> FStamp;   // visited in the current search
+    std::vector<std::uint32_t> FMark;    // a neighbour of the current start
     std::vector<int> FDist;
     std::vector<int> FQueue;
     std::uint32_t FEpoch = 0;

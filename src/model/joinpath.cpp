@@ -2,8 +2,9 @@
 // over the tables' link lists finds first: among the chains with the fewest
 // links, the first in the order of the links taken. Expanding candidate paths
 // literally blows up on densely linked models, so the search runs backwards
-// from the target to learn every table's distance, then walks forward from
-// the start taking at each table its first link to a table one step closer.
+// from the target, level by level, until a level holds a neighbour of the
+// start, then walks forward from the start taking at each table its first
+// link to a table one step closer.
 #include "model/dbstructure.h"
 
 #include "model/errors.h"
@@ -60,6 +61,7 @@ void TJoinGraph::Build(const std::vector<std::unique_ptr<TDSTable>> &tables)
         for (int k = FOutStart[i]; k < FOutStart[i + 1]; ++k)
             FIn[fill[FOut[k]]++] = int(i);
     FStamp.assign(n, 0);
+    FMark.assign(n, 0);
     FDist.assign(n, 0);
     FQueue.clear();
     FQueue.reserve(n);
@@ -72,52 +74,60 @@ bool TJoinGraph::ShortestChain(int start, int target, std::vector<int> &chain)
     chain.clear();
     if (++FEpoch == 0) {   // wrapped: old stamps could read as current
         std::fill(FStamp.begin(), FStamp.end(), 0);
+        std::fill(FMark.begin(), FMark.end(), 0);
         FEpoch = 1;
     }
-    FQueue.clear();
+    const auto seen = [&](int node) { return FStamp[node] == FEpoch; };
     const auto visit = [&](int node, int dist) {
         FStamp[node] = FEpoch;
         FDist[node] = dist;
         FQueue.push_back(node);
     };
-    const auto seen = [&](int node) { return FStamp[node] == FEpoch; };
+    // The start's neighbours: once a whole level of the search from the
+    // target is known and holds one of them, the start's distance is known
+    // and the (large) next level need not be expanded.
+    for (int k = FOutStart[start]; k < FOutStart[start + 1]; ++k)
+        FMark[FOut[k]] = FEpoch;
+    const auto marked = [&](int node) { return FMark[node] == FEpoch; };
 
-    // The start is never a step of its own chain, so it stays unvisited until
-    // it is reached; when it is also the target the search is for a round
-    // trip, and the target is expanded without being marked.
+    // The start is never a step of its own chain, so it is never visited.
+    // When it is also the target the search is for a round trip: a self-link,
+    // or else the target is expanded without being visited.
+    FQueue.clear();
+    int level = 0;
     int startDist = 0;
     if (start != target) {
         visit(target, 0);
+    } else if (marked(start)) {
+        startDist = 1;
     } else {
-        for (int k = FInStart[target]; k < FInStart[target + 1] && !startDist; ++k) {
-            const int node = FIn[k];
-            if (node == start)
-                startDist = 1;
-            else if (!seen(node))
-                visit(node, 1);
+        level = 1;
+        for (int k = FInStart[target]; k < FInStart[target + 1]; ++k)
+            if (FIn[k] != start && !seen(FIn[k]))
+                visit(FIn[k], 1);
+    }
+    // FQueue[head, end) is always one complete level.
+    for (size_t head = 0; !startDist; ++level) {
+        const size_t end = FQueue.size();
+        if (head == end)
+            return false;
+        for (size_t i = head; i < end && !startDist; ++i)
+            if (marked(FQueue[i]))
+                startDist = level + 1;
+        for (; head < end && !startDist; ++head) {
+            const int node = FQueue[head];
+            for (int k = FInStart[node]; k < FInStart[node + 1]; ++k)
+                if (FIn[k] != start && !seen(FIn[k]))
+                    visit(FIn[k], level + 1);
         }
     }
-    for (size_t head = 0; head < FQueue.size() && !startDist; ++head) {
-        const int node = FQueue[head];
-        for (int k = FInStart[node]; k < FInStart[node + 1]; ++k) {
-            const int from = FIn[k];
-            if (from == start) {
-                startDist = FDist[node] + 1;
-                break;
-            }
-            if (!seen(from))
-                visit(from, FDist[node] + 1);
-        }
-    }
-    if (!startDist)
-        return false;
 
     chain.push_back(start);
     int node = start;
     for (int dist = startDist - 1; dist > 0; --dist) {
         for (int k = FOutStart[node]; k < FOutStart[node + 1]; ++k) {
             const int next = FOut[k];
-            if (next != start && seen(next) && FDist[next] == dist) {
+            if (seen(next) && FDist[next] == dist) {
                 node = next;
                 break;
             }

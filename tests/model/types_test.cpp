@@ -44,16 +44,6 @@ TEST(FieldTypeNames, UnknownNamesAndOrdinalsAreRejected)
     EXPECT_EQ(FldTypeToStr(TFieldType(-1)), "");
 }
 
-TEST(EnumerationNames, KindsConvertBothWaysAndUnknownGivesMinusOne)
-{
-    EXPECT_EQ(FldKindToStr(nfkVirtual), "nfkVirtual");
-    EXPECT_EQ(StrToFldKind("nfkData"), nfkData);
-    EXPECT_EQ(int(StrToFldKind("nfkOther")), -1);
-    EXPECT_EQ(ValueKindToStr(vkSubQuery), "vkSubQuery");
-    EXPECT_EQ(StrToValueKind("vkList"), vkList);
-    EXPECT_EQ(int(StrToValueKind("")), -1);
-}
-
 TEST(MessageTable, HoldsFortySevenTextsWithOneGap)
 {
     const QList<int> ids = MessageIds();
@@ -110,27 +100,6 @@ TEST(TSQLFormats, QuoteDateAndQuoteBoolAreViewsOfQuotedTypes)
     EXPECT_FALSE(formats.QuotedTypes().contains(ftBoolean));
     formats.SetQuotedTypes({ftTime});
     EXPECT_FALSE(formats.QuoteDate()) << "only ftDate is read";
-}
-
-TEST(TSQLFormats, DefaultsAndAssignTo)
-{
-    TSQLFormats formats;
-    EXPECT_EQ(formats.QuoteSymbol1(), QChar('"'));
-    EXPECT_EQ(formats.FullTableName(), "DB.OWNER.TABLE");
-    EXPECT_EQ(formats.LowerFunc(), "LOWER");
-    EXPECT_EQ(formats.WildcardChar(), QChar('%'));
-    EXPECT_EQ(formats.TrueValue(), "true");
-    EXPECT_TRUE(formats.UseOuterKeyword());
-    EXPECT_FALSE(formats.UseAsInFrom());
-    formats.SetLowerFunc("LCASE");
-    formats.SetQuoteBool(false);
-    TSQLFormats copy;
-    formats.AssignTo(copy);
-    EXPECT_EQ(copy.LowerFunc(), "LCASE");
-    EXPECT_FALSE(copy.QuoteBool());
-    TDMOptions options;
-    EXPECT_TRUE(options.StoreDBInfo());
-    EXPECT_FALSE(options.MultiDB());
 }
 
 TEST(AnsiText, LinesTravelAsOneUtf8BufferAndBack)
