@@ -63,6 +63,9 @@ private:
 // ENDBStructError 4: a data field names a table the model lacks.
 [[noreturn]] void RaiseNoTableForField(const QString &table, const QString &field);
 
+// EConvertError "'text' is not a valid <what>".
+[[noreturn]] void RaiseNotValid(const QString &text, const char *what);
+
 // Value readers. The strict ones raise EConvertError for a value that is
 // present but is not what the key must hold; an absent key gives the default.
 int StrictInt(const TSectionKeys &keys, std::initializer_list<QLatin1StringView> names, int defaultValue);

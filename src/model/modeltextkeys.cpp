@@ -17,12 +17,12 @@ bool IsBlank(const QString &line)
     return true;
 }
 
-[[noreturn]] void NotValid(const QString &text, const char *what)
+} // namespace
+
+void RaiseNotValid(const QString &text, const char *what)
 {
     throw EConvertError(Format(QStringLiteral("'%s' is not a valid %s"), {text, QString::fromLatin1(what)}));
 }
-
-} // namespace
 
 void RaiseNoTableForField(const QString &table, const QString &field)
 {
@@ -110,7 +110,7 @@ int StrictEnum(const QString &text, int count, int (*toValue)(const QString &), 
     if (!isNumber)
         value = toValue ? toValue(word) : -1;
     if (value < 0 || value >= count)
-        NotValid(text, what);
+        RaiseNotValid(text, what);
     return value;
 }
 

@@ -437,7 +437,10 @@ TFieldTypes TNCustomDBStructure::ReadAppliedTypes(const QString &text, double ve
             if (IsValidFieldType(ordinal))
                 types.include(TFieldType(ordinal));
         } else {
-            types.include(StrictFieldType(item));
+            const TFieldType type = StrToFldType(item);
+            if (!IsValidFieldType(type))
+                RaiseNotValid(item, "field type");
+            types.include(type);
         }
     }
     return types;

@@ -1,0 +1,146 @@
+#include "common/printers.h"
+#include "support/exception.h"
+#include "modeltext_samples.h"
+#include "richmodel.h"
+
+#include <QTemporaryDir>
+
+#include <gtest/gtest.h>
+
+namespace vm20 {
+namespace {
+
+using testing::SmallModelText;
+
+QStringList Saved(const TNCustomDBStructure &model)
+{
+    QStringList lines;
+    model.SaveToStrings(lines);
+    return lines;
+}
+
+// Keeps a description of its own, as a provider for a particular database would.
+class TCachingInfo : public TNDBInfo
+{
+public:
+    void LoadInfo(const QStringList &lines) override { Cache = lines; }
+    void SaveInfo(QStringList &lines) const override { lines = Cache; }
+    QStringList Cache;
+};
+
+TEST(TNCustomDBStructureText, SmallModelIsWrittenExactlyAndReadBackToTheSameText)
+{
+    TNCustomDBStructure model;
+    testing::BuildSmallModel(model);
+    EXPECT_EQ(Saved(model).join('\n'), SmallModelText().join('\n'));
+
+    TNCustomDBStructure loaded;
+    loaded.LoadFromStrings(SmallModelText());
+    EXPECT_EQ(Saved(loaded), SmallModelText());
+    // What the text does not carry is derived again from the model.
+    EXPECT_EQ(loaded.FieldByID(3)->Tables().CommaText(), "Books");
+    EXPECT_EQ(loaded.Conditions().Items(0)->Tables().CommaText(), "Books");
+    EXPECT_EQ(loaded.DefaultMainTable(), loaded.GetTable(1));
+    EXPECT_EQ(loaded.LoadedVersion(), 3.6);
+}
+
+TEST(TNCustomDBStructureText, ModelWithoutEntitiesWritesMainAndAnEmptyRootGroup)
+{
+    TNCustomDBStructure model;
+    model.ClearOperators();
+    const QStringList expected = {"[Main]", "Version=3.6", "OperatCount=0", "TableCount=0", "FieldCount=0",
+                                  "CondCount=0", "FieldGroups=0", "DefaultMainTable=", "RootFieldsFirst=0",
+                                  " ", "[RootGroup]", "Fields="};
+    EXPECT_EQ(Saved(model), expected);
+}
+
+TEST(TNCustomDBStructureText, RichModelSurvivesSaveLoadSaveUnchanged)
+{
+    TNCustomDBStructure model;
+    testing::BuildRichModel(model);
+    // The loader switches conditions off for a field without operators (the
+    // blob column has none), so the original must agree to compare texts.
+    model.FieldByName(0, "Picture")->SetUseInConditions(false);
+    const QStringList first = Saved(model);
+
+    TNCustomDBStructure loaded;
+    int changes = 0;
+    loaded.OnChange = [&](TNCustomDBStructure *) { ++changes; };
+    loaded.LoadFromStrings(first);
+    EXPECT_EQ(Saved(loaded).join('\n'), first.join('\n'));
+    EXPECT_EQ(changes, 1) << "one notification for the whole load";
+    EXPECT_EQ(loaded.GetLinkCount(), model.GetLinkCount());
+    EXPECT_EQ(loaded.GetOperator(loaded.GetOperatorCount() - 1)->Name(), "InQuery");
+}
+
+TEST(TNCustomDBStructureText, FilesAndPlainTextCarryTheSameLines)
+{
+    TNCustomDBStructure model;
+    testing::BuildRichModel(model);
+    QTemporaryDir dir;
+    const QString path = dir.filePath("model.txt");
+    model.SaveToFile(path);
+
+    TNCustomDBStructure fromFile;
+    fromFile.LoadFromFile(path);
+    TNCustomDBStructure fromText;
+    fromText.SetStructureAsText(model.GetStructureAsText().replace("\n", "\r\n"));
+    EXPECT_EQ(Saved(fromFile), Saved(fromText));
+    EXPECT_EQ(fromFile.GetFieldCount(), model.GetFieldCount());
+
+    EXPECT_THROW(fromFile.LoadFromFile(dir.filePath("missing.txt")), Exception);
+    EXPECT_EQ(fromFile.GetFieldCount(), model.GetFieldCount()) << "a file that cannot be read changes nothing";
+}
+
+TEST(TNCustomDBStructureText, ProviderDescriptionTravelsInItsOwnSectionWhenStored)
+{
+    TCachingInfo info;
+    info.Cache = {"Count=1", "F1Name=ID"};
+    TNCustomDBStructure model;
+    model.SetDatabaseInfo(&info);
+    const QStringList lines = Saved(model);
+    ASSERT_GE(lines.size(), 4);
+    EXPECT_EQ(lines.mid(lines.size() - 4), QStringList({"", "[DBSpecInfo]", "Count=1", "F1Name=ID"}));
+
+    TCachingInfo other;
+    TNCustomDBStructure loaded;
+    loaded.SetDatabaseInfo(&other);
+    loaded.LoadFromStrings(lines + QStringList{" "});
+    EXPECT_EQ(other.Cache, info.Cache) << "the trailing separator is not part of the description";
+
+    model.DMOptions().SetStoreDBInfo(false);
+    EXPECT_FALSE(Saved(model).contains("[DBSpecInfo]"));
+}
+
+// Keys a text may hold in another spelling or leave out.
+TEST(TNCustomDBStructureText, ReaderDerivesWhatAFieldSectionLeavesOut)
+{
+    QStringList text = SmallModelText();
+    text.removeAll("Aggr=1");                    // derived from the expression
+    text[text.indexOf("Operators=Equal")] = "Operators=";   // field 1: no operators
+    text[text.indexOf("LinkType=Left")] = "LinkType=FULL";
+    text[text.indexOf("CaseInsens=1")] = "CaseInsens=true";
+    text[text.indexOf("Fields=2,3")] = "Fields=3,77";      // 77 is no field; field 2 is listed nowhere
+    TNCustomDBStructure model;
+    model.LoadFromStrings(text);
+    EXPECT_TRUE(model.FieldByID(3)->IsAggregate());
+    EXPECT_FALSE(model.FieldByID(1)->UseInConditions());
+    EXPECT_EQ(model.GetLink(0)->LinkType(), ltOuterFull);
+    EXPECT_TRUE(model.GetOperator(1)->CaseInsensative());
+    ASSERT_EQ(model.RootGroup().Count(), 2);
+    EXPECT_EQ(model.RootGroup().Items(0)->ID(), 3);
+    EXPECT_EQ(model.RootGroup().Items(1)->ID(), 2);
+}
+
+TEST(TNCustomDBStructureText, AppliedTypesAreNamesEndedByCommasAndOrdinalsInOlderTexts)
+{
+    TNCustomDBStructure model;
+    EXPECT_EQ(model.SaveAppliedTypes({ftMemo, ftString}), "ftString,ftMemo,");
+    EXPECT_EQ(model.SaveAppliedTypes({}), "");
+    EXPECT_EQ(model.ReadAppliedTypes("ftString,ftMemo,", 3.6), TFieldTypes({ftString, ftMemo}));
+    EXPECT_EQ(model.ReadAppliedTypes("1, 16,99,", 1.5), TFieldTypes({ftString, ftMemo}));
+    EXPECT_THROW(model.ReadAppliedTypes("1,16,", 2.0), EConvertError);
+}
+
+} // namespace
+} // namespace vm20
