@@ -43,11 +43,14 @@ class TSectionKeys
 {
 public:
     explicit TSectionKeys(const QStringList &lines);
-    std::optional<QString> Find(QLatin1StringView key) const;
     // The value of the first key present: today's name, then older spellings.
+    // The view lives as long as this object.
+    std::optional<QStringView> View(std::initializer_list<QLatin1StringView> keys) const;
+    std::optional<QStringView> View(QLatin1StringView key) const { return View({key}); }
     std::optional<QString> Find(std::initializer_list<QLatin1StringView> keys) const;
+    std::optional<QString> Find(QLatin1StringView key) const { return Find({key}); }
     QString Value(QLatin1StringView key) const { return Find(key).value_or(QString()); }
-    bool Has(QLatin1StringView key) const { return Find(key).has_value(); }
+    bool Has(QLatin1StringView key) const { return View(key).has_value(); }
 
 private:
     struct Entry
@@ -71,9 +74,9 @@ private:
 int StrictInt(const TSectionKeys &keys, std::initializer_list<QLatin1StringView> names, int defaultValue);
 bool LenientBool(const TSectionKeys &keys, std::initializer_list<QLatin1StringView> names, bool defaultValue);
 // A type given by ordinal or by name ("3" or "ftInteger").
-TFieldType StrictFieldType(const QString &text);
+TFieldType StrictFieldType(QStringView text);
 // An enumeration value given by ordinal below `count` or by a name `toValue` knows.
-int StrictEnum(const QString &text, int count, int (*toValue)(const QString &), const char *what);
+int StrictEnum(QStringView text, int count, int (*toValue)(const QString &), const char *what);
 
 } // namespace modeltext
 
@@ -121,6 +124,10 @@ private:
     // Case-folded operator names; the model's own lookup scans its list, which
     // would cost one scan per operator of every field.
     QHash<QString, TDSOperator *> FOperatorsByName;
+    QString FLastAlias;
+    TDSTable *FLastTable = nullptr;
+    // A field's "Operators" text and the operators it names.
+    QHash<QString, std::vector<TDSOperator *>> FOperatorLists;
 };
 
 } // namespace vm20

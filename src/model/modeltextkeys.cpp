@@ -63,14 +63,20 @@ TSectionKeys::TSectionKeys(const QStringList &lines)
     }
 }
 
-std::optional<QString> TSectionKeys::Find(QLatin1StringView key) const
+std::optional<QStringView> TSectionKeys::View(std::initializer_list<QLatin1StringView> keys) const
 {
     const size_t count = FEntries.size();
-    for (size_t step = 0; step < count; ++step) {
-        const size_t i = (FNext + step) % count;
-        if (FEntries[i].Key.compare(key, Qt::CaseInsensitive) == 0) {
-            FNext = i + 1;
-            return FEntries[i].Value.toString();
+    for (QLatin1StringView key : keys) {
+        for (size_t step = 0; step < count; ++step) {
+            const size_t i = (FNext + step) % count;
+            const QStringView candidate = FEntries[i].Key;
+            // Keys are nearly always spelled as the writer spells them, so the
+            // exact comparison settles most lookups before the folding one.
+            if (candidate.size() == key.size()
+                && (candidate == key || candidate.compare(key, Qt::CaseInsensitive) == 0)) {
+                FNext = i + 1;
+                return FEntries[i].Value;
+            }
         }
     }
     return std::nullopt;
@@ -78,39 +84,48 @@ std::optional<QString> TSectionKeys::Find(QLatin1StringView key) const
 
 std::optional<QString> TSectionKeys::Find(std::initializer_list<QLatin1StringView> keys) const
 {
-    for (QLatin1StringView key : keys)
-        if (auto value = Find(key))
-            return value;
+    if (const auto value = View(keys))
+        return value->toString();
     return std::nullopt;
 }
 
+// Thousands of fields each hold a handful of numbers and flags, so they are
+// parsed from the line itself; the text is copied only for an error.
 int StrictInt(const TSectionKeys &keys, std::initializer_list<QLatin1StringView> names, int defaultValue)
 {
-    const auto text = keys.Find(names);
-    return text ? StrToInt(*text) : defaultValue;
+    const auto text = keys.View(names);
+    if (!text)
+        return defaultValue;
+    bool ok = false;
+    const int value = text->trimmed().toInt(&ok, 10);
+    return ok ? value : StrToInt(text->toString());
 }
 
 bool LenientBool(const TSectionKeys &keys, std::initializer_list<QLatin1StringView> names, bool defaultValue)
 {
-    const auto text = keys.Find(names);
-    return text ? XStrToBool(*text, defaultValue) : defaultValue;
+    const auto text = keys.View(names);
+    if (!text)
+        return defaultValue;
+    if (text->size() == 1 && (text->front() == QLatin1Char('0') || text->front() == QLatin1Char('1')))
+        return text->front() == QLatin1Char('1');
+    return XStrToBool(text->toString(), defaultValue);
 }
 
-TFieldType StrictFieldType(const QString &text)
+TFieldType StrictFieldType(QStringView text)
 {
     return TFieldType(StrictEnum(text, FieldTypeCount, [](const QString &name) { return int(StrToFldType(name)); },
                                  "field type"));
 }
 
-int StrictEnum(const QString &text, int count, int (*toValue)(const QString &), const char *what)
+int StrictEnum(QStringView text, int count, int (*toValue)(const QString &), const char *what)
 {
-    const QString word = text.trimmed();
+    const QStringView word = text.trimmed();
     bool isNumber = false;
     int value = word.toInt(&isNumber, 10);
     if (!isNumber)
-        value = toValue ? toValue(word) : -1;
+        value = toValue ? toValue(word.toString()) : -1;
     if (value < 0 || value >= count)
-        RaiseNotValid(text, what);
+        RaiseNotValid(text.toString(), what);
     return value;
 }
 

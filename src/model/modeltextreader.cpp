@@ -37,11 +37,14 @@ TModelTextReader::TModelTextReader(TNCustomDBStructure &model, const QStringList
 {
 }
 
+// All of the section's lines: blank ones answer for no key, and taking them
+// as they are spares a filtered copy of every section.
 QStringList TModelTextReader::Section(const QString &name) const
 {
-    if (!FIndex.Contains(name))
+    QStringList values = FIndex.Lines(name);
+    if (values.isEmpty() && !FIndex.Contains(name))
         throw ENDBStructError(dbseCantFindSection, SDBSECantFindSection, {name});
-    return FIndex.Values(name);
+    return values;
 }
 
 // A negative count reads no section.
@@ -88,7 +91,8 @@ void TModelTextReader::ReadOperators()
 void TModelTextReader::ReadOperator(const QString &section)
 {
     const TSectionKeys keys(Section(section));
-    QString name = keys.Value("Name"_L1);
+    // Blanks around a name would not survive a field's list of names.
+    QString name = keys.Value("Name"_L1).trimmed();
     if (SameText(name, u"EqualTo"_s))
         name = u"Equal"_s;
     const QString caption = keys.Value("DisplayName"_L1);
@@ -97,7 +101,7 @@ void TModelTextReader::ReadOperator(const QString &section)
     const QString exprType = keys.Find({"ExprType"_L1, "ValueType"_L1}).value_or(QString()).trimmed();
     const TFieldTypes types = FModel.ReadAppliedTypes(keys.Value("AppliedTypes"_L1), FVersion);
     TValueKind kind = vkScalar;
-    if (const auto text = keys.Find("ValueKind"_L1))
+    if (const auto text = keys.View("ValueKind"_L1))
         kind = TValueKind(StrictEnum(*text, int(vkSubQuery) + 1,
                                      [](const QString &s) { return int(StrToValueKind(s)); }, "value kind"));
     else if (const auto list = keys.Find("ValueIsList"_L1))
@@ -116,7 +120,7 @@ void TModelTextReader::IndexOperators()
     FOperatorsByName.clear();
     for (int i = 0; i < FModel.GetOperatorCount(); ++i) {
         TDSOperator *op = FModel.GetOperator(i);
-        const QString key = op->Name().toCaseFolded();
+        const QString key = op->Name().trimmed().toCaseFolded();
         if (!FOperatorsByName.contains(key))
             FOperatorsByName.insert(key, op);
     }
@@ -204,7 +208,7 @@ void TModelTextReader::ReadField(int n)
     const TSectionKeys keys(Section(u"Field:"_s + QString::number(n)));
     auto field = std::make_unique<TDSField>(&FModel);
     field->SetID(StrictInt(keys, {"ID"_L1}, 0));
-    if (const auto kind = keys.Find("Kind"_L1))
+    if (const auto kind = keys.View("Kind"_L1))
         field->SetFieldKind(TNFieldKind(StrictEnum(*kind, int(nfkVirtual) + 1,
                                                    [](const QString &s) { return int(StrToFldKind(s)); },
                                                    "field kind")));
@@ -213,7 +217,12 @@ void TModelTextReader::ReadField(int n)
     if (field->FieldKind() == nfkData) {
         TDSTable *table = nullptr;
         if (const auto alias = keys.Find("TableAlias"_L1); alias && !alias->isEmpty()) {
-            table = FModel.TableByName(1, *alias);
+            // The fields of one table come one after another.
+            if (*alias != FLastAlias) {
+                FLastAlias = *alias;
+                FLastTable = FModel.TableByName(1, *alias);
+            }
+            table = FLastTable;
             if (!table)
                 modeltext::RaiseNoTableForField(*alias, field->FieldExpr());
         } else if (const auto name = keys.Find("TableName"_L1); name && !name->isEmpty()) {
@@ -224,9 +233,9 @@ void TModelTextReader::ReadField(int n)
         if (table)
             field->Tables().Add(table);
     }
-    if (const auto editType = keys.Find("EditType"_L1))
+    if (const auto editType = keys.View("EditType"_L1))
         field->SetEditType(TDSEditType(StrictEnum(*editType, int(etSQL) + 1, nullptr, "edit type")));
-    if (const auto type = keys.Find("FieldType"_L1))
+    if (const auto type = keys.View("FieldType"_L1))
         field->SetFieldType(StrictFieldType(*type));
     field->SetFieldSize(StrictInt(keys, {"FieldSize"_L1}, 0));
     field->SetQuoted(LenientBool(keys, {"Quoted"_L1}, false));
@@ -247,17 +256,25 @@ void TModelTextReader::ReadField(int n)
 }
 
 // Names joined by commas; a name the model lacks raises ENDBStructError 6.
+// Fields of one type share one list, so each distinct text is resolved once.
 void TModelTextReader::ReadFieldOperators(TDSField &field, const TSectionKeys &keys)
 {
     const QString names = keys.Find({"Operators"_L1, "Operats"_L1}).value_or(QString());
-    for (const QString &name : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
-        if (name.trimmed().isEmpty())
-            continue;
-        TDSOperator *op = OperatorByName(name);
-        if (!op)
-            throw ENDBStructError(dbseOperatorNotFound, SDBSEOperatorNotFound, {name.trimmed()});
-        field.AddOperator(op);
+    auto known = FOperatorLists.constFind(names);
+    if (known == FOperatorLists.constEnd()) {
+        std::vector<TDSOperator *> operators;
+        for (const QString &name : names.split(QLatin1Char(','), Qt::SkipEmptyParts)) {
+            if (name.trimmed().isEmpty())
+                continue;
+            TDSOperator *op = OperatorByName(name);
+            if (!op)
+                throw ENDBStructError(dbseOperatorNotFound, SDBSEOperatorNotFound, {name.trimmed()});
+            operators.push_back(op);
+        }
+        known = FOperatorLists.insert(names, operators);
     }
+    for (TDSOperator *op : *known)
+        field.AddOperator(op);
 }
 
 void TModelTextReader::ReadEditor(TDSField &field, const TSectionKeys &keys, int n)
@@ -265,9 +282,9 @@ void TModelTextReader::ReadEditor(TDSField &field, const TSectionKeys &keys, int
     TDSValueEditor *editor = field.ValueEditor();
     if (auto *text = dynamic_cast<TDSTextEditor *>(editor)) {
         text->SetDefaultValue(keys.Find({"DefValue"_L1, "DefaultValue"_L1}).value_or(QString()));
-        if (const auto kind = keys.Find("EditKind"_L1))
+        if (const auto kind = keys.View("EditKind"_L1))
             text->SetKind(TTextEditorKind(StrictEnum(*kind, int(tekTime) + 1, nullptr, "editor kind")));
-        if (const auto type = keys.Find("ValType"_L1))
+        if (const auto type = keys.View("ValType"_L1))
             text->SetValueType(StrictFieldType(*type));
         text->SetEditMask(keys.Value("EditMask"_L1));
         text->SetUseFormattedValue(LenientBool(keys, {"FmtVal"_L1}, false));
@@ -437,10 +454,11 @@ TFieldTypes TNCustomDBStructure::ReadAppliedTypes(const QString &text, double ve
             if (IsValidFieldType(ordinal))
                 types.include(TFieldType(ordinal));
         } else {
-            const TFieldType type = StrToFldType(item);
+            // Kept as a number: an unknown name comes back as -1, no type.
+            const int type = int(StrToFldType(item));
             if (!IsValidFieldType(type))
                 RaiseNotValid(item, "field type");
-            types.include(type);
+            types.include(TFieldType(type));
         }
     }
     return types;
