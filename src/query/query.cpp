@@ -3,6 +3,7 @@
 #include "model/dbstructure.h"
 #include "model/errors.h"
 #include "model/messages.h"
+#include "query/querybaselink.h"
 #include "query/querybuilder.h"
 
 #include <algorithm>

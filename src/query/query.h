@@ -23,6 +23,8 @@
 namespace vm20 {
 
 class TNQuery;
+class TNQueryBase;
+class TNQPBaseLink;
 
 // Told of every change of the tree. RowRemoved comes before the row and its
 // sub-tree are freed (they are still intact); Reset replaces all rows at once
@@ -123,6 +125,28 @@ public:
     bool SaveSQLOptions() const { return FSaveSQLOptions; }
     void SetSaveSQLOptions(bool value) { FSaveSQLOptions = value; }
 
+    // --- query text (querytextwriter.cpp, querytextreader.cpp) ------------------
+    static constexpr double QueryTextVersion = 3.6;
+    void SaveToStrings(QStringList &lines);
+    // Replaces the query by the one in the lines. Malformed text raises
+    // EConvertError and leaves the query cleared.
+    void LoadFromStrings(const QStringList &lines);
+    void SaveToFile(const QString &fileName);
+    void LoadFromFile(const QString &fileName);
+    bool Saving() const { return FSaving > 0; }
+    // The value texts one condition stores (a parameter's value for a value
+    // that is a parameter) and back.
+    void SaveValues(const TFilterCond &condition, QString &value1, QString &value2) const;
+    void LoadValues(const QString &value1, const QString &value2, TFilterCond &condition);
+
+    // --- query store (querybaselink.cpp) ------------------------------------------
+    // The store whose current item this query shows; the query follows its
+    // index and hands its text back when an item is saved.
+    TNQueryBase *QueryBase() const;
+    void SetQueryBase(TNQueryBase *value);
+    // Loads the store's current item (nothing without one).
+    void LoadCurBaseQuery();
+
     // --- titles ------------------------------------------------------------
     TQueryTitles &Titles() { return FTitles; }
     const TQueryTitles &Titles() const { return FTitles; }
@@ -130,6 +154,8 @@ public:
     void SetTitle(const QString &key, const QString &text) { FTitles.SetTitle(key, text); }
     void LoadDefTitles() { FTitles.LoadDefTitles(); }
     void SetTitles(const QStringList &lines) { FTitles.SetTitles(lines); }
+    void LoadOldTitlesFromStrings(const QStringList &lines) { FTitles.LoadOldTitlesFromStrings(lines); }
+    void MergeDFMTitles(const QStringList &lines) { FTitles.MergeDFMTitles(lines); }
     // The title of a link type ("all", "any", ...).
     QString LinkTypeTitle(TFilterLinkType type) const;
 
@@ -231,6 +257,7 @@ private:
     bool FBuildingFilters = false;
     bool FInsideOnChange = false;
     int FLoading = 0;
+    int FSaving = 0;
     int FRefreshing = 0;
     int FUpdating = 0;
 
@@ -239,6 +266,9 @@ private:
 
     mutable bool FNumbersValid = false;
     mutable std::vector<TFilterRow *> FRowsByNum;
+
+    // Last: it leaves its store before anything else of the query goes.
+    std::unique_ptr<TNQPBaseLink> FBaseLink;
 };
 
 } // namespace vm20

@@ -1,0 +1,108 @@
+// Malformed query texts: a conversion error, and a cleared query that still
+// works.
+#include "model/errors.h"
+#include "shopquery.h"
+
+using namespace vm20;
+using namespace shop;
+
+namespace {
+
+class TNQueryBadTextTest : public ShopQueryFixture
+{
+protected:
+    // A valid text: root bracket with a condition and a nested bracket
+    // holding a custom condition.
+    static QStringList Good()
+    {
+        return {"[Main]", "QueryName=good", "Version=3.6", "Options=2", "",
+                "[RFields]", "Count=1", "Version=3.6", "JustSorting=0", "",
+                "[RField1]", "Formula=@1", "Fields=2", "Alias=Name", "Caption=Name", "",
+                "[Row]", "Enabled=1", "RowType=1", "LinkType=0", "RowCount=2", "",
+                "[Row1.]", "RowType=0", "Enabled=1", "FieldID=3", "Operator=Equal", "Value1=Paris", "",
+                "[Row2.]", "Enabled=1", "RowType=1", "LinkType=1", "RowCount=1", "",
+                "[Row2.1.]", "RowType=2", "Enabled=1", "CondID=2", ""};
+    }
+    static QStringList Replaced(const QString &from, const QString &to)
+    {
+        QStringList lines = Good();
+        const int at = int(lines.indexOf(from));
+        EXPECT_GE(at, 0) << from.toStdString();
+        if (to.isNull())
+            lines.removeAt(at);
+        else
+            lines[at] = to;
+        return lines;
+    }
+};
+
+TEST_F(TNQueryBadTextTest, RaisesAConversionErrorAndClearsTheQueryOnBadText)
+{
+    struct Row
+    {
+        int line;
+        QStringList text;
+        const char *reason;
+    };
+    const Row rows[] = {
+        {__LINE__, Replaced("RowType=0", QString()), "a condition without RowType"},
+        {__LINE__, Replaced("RowType=0", "RowType=x"), "a RowType that is no number"},
+        {__LINE__, Replaced("RowType=0", "RowType=7"), "an unknown row type"},
+        {__LINE__, Replaced("Enabled=1", "Enabled="), "the root's Enabled empty"},
+        {__LINE__, Replaced("RowCount=2", "RowCount=two"), "a row count that is no number"},
+        {__LINE__, Replaced("RowCount=2", "RowCount=3"), "a row section that is missing"},
+        {__LINE__, Replaced("LinkType=1", "LinkType=4"), "a link type out of range"},
+        {__LINE__, Replaced("LinkType=0", "LinkType=-1"), "a negative link type"},
+        {__LINE__, Replaced("CondID=2", QString()), "a custom condition without CondID"},
+        {__LINE__, Replaced("Options=2", "Options=distinct"), "options that are no number"},
+        {__LINE__, Replaced("[Row2.1.]", "[Row2.9.]"), "a row under the wrong name"},
+        {__LINE__, Replaced("RowType=1", "RowType=0"), "a root that is no bracket"},
+    };
+    for (const Row &row : rows) {
+        const std::string where = "line " + std::to_string(row.line) + ": " + row.reason;
+        query.AddCondition(nullptr, s.custName);
+        query.SetActive(true);
+        EXPECT_THROW(query.LoadFromStrings(row.text), EConvertError) << where;
+        EXPECT_EQ(query.GetRowCount(), 1) << where;
+        EXPECT_EQ(query.RFields().Count(), 0) << where;
+        EXPECT_EQ(query.QueryName(), "") << where;
+        EXPECT_TRUE(query.Active()) << where;
+        EXPECT_FALSE(query.Loading()) << where;
+
+        query.LoadFromStrings(Good());
+        EXPECT_EQ(query.GetRowCount(), 4) << where << " (the query is usable after)";
+    }
+}
+
+TEST_F(TNQueryBadTextTest, ToleratesWhatOnlyLosesParts)
+{
+    struct Row
+    {
+        int line;
+        QStringList text;
+        int rows;
+        const char *reason;
+    };
+    const Row rows[] = {
+        {__LINE__, {}, 1, "no lines: an empty query"},
+        {__LINE__, {"just", "some", "words"}, 1, "no sections at all"},
+        {__LINE__, Good().mid(0, 16), 1, "no [Row]: no conditions"},
+        {__LINE__, Replaced("RowCount=2", "RowCount=-5"), 1, "a negative row count reads no rows"},
+        {__LINE__, Replaced("Count=1", "Count=1000000"), 4, "result columns that are not there"},
+        {__LINE__, Replaced("FieldID=3", "FieldID=abc"), 4, "a field ID that is no number"},
+    };
+    for (const Row &row : rows) {
+        query.LoadFromStrings(row.text);
+        EXPECT_EQ(query.GetRowCount(), row.rows) << "line " << row.line << ": " << row.reason;
+    }
+}
+
+TEST_F(TNQueryBadTextTest, ReportsFilesItCannotReadOrWriteAndAMissingModel)
+{
+    EXPECT_THROW(TNQuery().LoadFromStrings(Good()), ENQueryPanelError);
+    const QString missing = QString(VM20_BINARY_DIR) + "/no/such/dir/q.vmq";
+    EXPECT_THROW(query.LoadFromFile(missing), Exception);
+    EXPECT_THROW(query.SaveToFile(missing), Exception);
+}
+
+} // namespace

@@ -1,0 +1,196 @@
+// The query text: the exact layout, and what a save keeps through a load.
+#include "query/querytextfile.h"
+#include "query/sqlparam.h"
+#include "shopquery.h"
+
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+
+using namespace vm20;
+using namespace shop;
+
+namespace {
+
+class TNQueryTextTest : public ShopQueryFixture
+{
+protected:
+    QStringList Save()
+    {
+        QStringList lines;
+        query.SaveToStrings(lines);
+        return lines;
+    }
+    // Saves, loads into a fresh query on the same model and saves that.
+    QStringList SaveLoadSave()
+    {
+        TNQuery other;
+        other.SetDBStruct(s.model.get());
+        other.SetSaveTitles(query.SaveTitles());
+        other.LoadFromStrings(Save());
+        QStringList lines;
+        other.SaveToStrings(lines);
+        return lines;
+    }
+    // Paris customers, and in a bracket big customers or a parameter on the
+    // order total (disabled).
+    void SmallQuery()
+    {
+        query.SetQueryName("Paris orders");
+        query.Description() = QStringList{"Orders from Paris", "worth a look"};
+        query.UserData() = QStringList{"owner=ann"};
+        query.SetSQLOptions(TSQLOptions{soSelectDistinct});
+        AddColumn(s.custName, "Customer");
+        query.Filter()->SetLinkType(fltAll);
+        AddCond(s.custCity, "Equal", "Paris");
+        TFilterBracket *bracket = query.AddBracket(query.Filter());
+        bracket->SetLinkType(fltAny);
+        query.AddCustomCondition(bracket, s.bigCustomers)->SetValue(1, "5");
+        TSimpleCond *total = AddCond(bracket, s.orderTotal, "GreaterThan");
+        total->SetValueIsParam(1, true);
+        total->GetParam(1)->SetValue("100");
+        total->GetParam(1)->SetValueFormat("@v");
+        total->SetEnabled(false);
+    }
+    QTemporaryDir dir;
+};
+
+const QString SmallQueryText = QStringLiteral(
+    "[Main]\nQueryName=Paris orders\nVersion=3.6\nOptions=2\n\n"
+    "[Description]\nOrders from Paris\nworth a look\n\n"
+    "[UserData]\nowner=ann\n\n"
+    "[RFields]\nCount=1\nVersion=3.6\nJustSorting=0\n\n"
+    "[RField1]\nFormula=@1\nFields=2\nAlias=Customer\nCaption=Customer\nSorting=0\nSortOrder=0\n\n"
+    "[Row]\nEnabled=1\nRowType=1\nLinkType=0\nRowCount=2\n\n"
+    "[Row1.]\nRowType=0\nEnabled=1\nFieldID=3\nParam1=0\nParam2=0\nOperator=Equal\n"
+    "Value1=Paris\nValue2=\nCaption1=Paris\nCaption2=\nSubQuery=\nSubQueryOptions=0\n\n"
+    "[Row2.]\nEnabled=1\nRowType=1\nLinkType=1\nRowCount=2\n\n"
+    "[Row2.1.]\nRowType=2\nEnabled=1\nCondID=1\nParam1=0\nParam2=0\n"
+    "Value1=5\nValue2=\nCaption1=5\nCaption2=\nSubQuery=\nSubQueryOptions=0\n\n"
+    "[Row2.2.]\nRowType=0\nEnabled=0\nFieldID=8\nParam1=1\nParam2=0\nOperator=GreaterThan\n"
+    "Value1=100\nValue2=\nVFormat1=@v\nCaption2=\nSubQuery=\nSubQueryOptions=0\n");
+
+TEST_F(TNQueryTextTest, WritesTheWholeLayoutInOrder)
+{
+    SmallQuery();
+    EXPECT_EQ(Save().join('\n'), SmallQueryText);
+}
+
+TEST_F(TNQueryTextTest, WritesTheTitlesFirstWhenAskedTo)
+{
+    SmallQuery();
+    query.SetSaveTitles(true);
+    query.SetTitle("ttlAll", "every one");
+    const QStringList lines = Save();
+    ASSERT_EQ(query.Titles().Lines().size(), 58);
+    EXPECT_EQ(lines.mid(0, 59), query.Titles().Lines() + QStringList{QString()});
+    EXPECT_EQ(SaveLoadSave(), lines) << "the titles read back from in front of [Main]";
+}
+
+TEST_F(TNQueryTextTest, IgnoresTheOptionsWhenTheyAreNotSaved)
+{
+    SmallQuery();
+    const QStringList withOptions = Save();
+    query.SetSaveSQLOptions(false);
+    EXPECT_TRUE(Save().contains("Options="));
+    query.SetSQLOptions(TSQLOptions{soBracketJoins});
+    query.LoadFromStrings(withOptions);
+    EXPECT_EQ(query.SQLOptions(), TSQLOptions{soBracketJoins}) << "Options=2 ignored";
+}
+
+TEST_F(TNQueryTextTest, KeepsStoredCaptionsAndParameterFormatsThroughAFile)
+{
+    SmallQuery();
+    QStringList lines = Save();
+    lines.replace(lines.indexOf("Caption1=Paris"), "Caption1=the capital");
+    const QString fileName = dir.filePath("q.vmq");
+    WriteQueryTextFile(fileName, lines);
+    query.LoadFromFile(fileName);
+    EXPECT_EQ(Save(), lines);
+    auto *city = dynamic_cast<TSimpleCond *>(query.GetRowByNum(1));
+    ASSERT_TRUE(city);
+    EXPECT_EQ(city->GetValueCaption(1), "the capital") << "not recomputed from the value";
+    EXPECT_EQ(query.GetRowByNum(4)->RowID(), "2.2.");
+    EXPECT_EQ(query.QResult().GetParamCount(), 1);
+}
+
+// Random queries over the shop model, with texts free of line breaks and of
+// lines that would read as section ends or headers (the format cannot carry
+// them).
+class RandomQuery
+{
+public:
+    RandomQuery(const ShopModel &s, TNQuery &query, quint32 seed) : S(s), Q(query), R(seed) {}
+
+    void Fill()
+    {
+        Q.SetQueryName(Text());
+        Q.Description() << "d " + Text() << "d " + Text();
+        Q.UserData() << "u=" + Text();
+        Q.SetSQLOptions(IntToSQLOptions(int(R.bounded(128))));
+        for (int i = R.bounded(4); i > 0; --i)
+            Q.RFields().Add(Text(), {Field()}, QString())->SetSorting(TSortingType(R.bounded(3)));
+        FillBracket(Q.Filter(), 0);
+    }
+
+private:
+    QString Text()
+    {
+        static const QString chars = QStringLiteral("ab Z09=,'\"[]@%;:\u00e9");
+        QString text;
+        for (int i = R.bounded(8); i > 0; --i)
+            text += chars[R.bounded(int(chars.size()))];
+        return text;
+    }
+    TDSField *Field() { return S.model->GetField(R.bounded(S.model->GetFieldCount())); }
+    TFilterCond *Condition(TFilterBracket *bracket)
+    {
+        if (R.bounded(3) == 0)
+            return bracket->AddCustomCond(R.bounded(2) ? S.bigCustomers : S.vipOnly);
+        TSimpleCond *simple = bracket->AddCond();
+        simple->SetField(R.bounded(8) ? Field() : nullptr);
+        if (simple->Field())
+            simple->SetOperator(simple->Field()->GetOperator(R.bounded(simple->Field()->OperatCount())));
+        return simple;
+    }
+    void FillBracket(TFilterBracket *bracket, int depth)
+    {
+        bracket->SetLinkType(TFilterLinkType(R.bounded(4)));
+        bracket->SetEnabled(depth == 0 || R.bounded(4) != 0);
+        for (int i = R.bounded(5); i > 0; --i) {
+            if (depth < 3 && R.bounded(4) == 0) {
+                FillBracket(bracket->AddNewBracket(), depth + 1);
+                continue;
+            }
+            TFilterCond *cond = Condition(bracket);
+            for (int v = 1; v <= 2; ++v) {
+                cond->SetValueIsParam(v, R.bounded(4) == 0);
+                if (TSQLParam *param = cond->GetParam(v)) {
+                    param->SetValue(Text());
+                    param->SetValueFormat(Text());
+                } else {
+                    cond->SetValue(v, Text());
+                    cond->SetValueCaption(v, Text());
+                }
+            }
+            cond->SetSubQuery(R.bounded(3) ? QStringList() : QStringList{Text(), Text()});
+            cond->SetSubQueryOptions(IntToSQLOptions(int(R.bounded(128))));
+            cond->SetEnabled(R.bounded(4) != 0);
+        }
+    }
+
+    const ShopModel &S;
+    TNQuery &Q;
+    QRandomGenerator R;
+};
+
+TEST_F(TNQueryTextTest, SavesWhatItLoadsForRandomQueries)
+{
+    for (quint32 seed = 1; seed <= 200; ++seed) {
+        query.ClearAll();
+        RandomQuery(s, query, seed).Fill();
+        query.SetSaveTitles(seed % 2 == 0);
+        ASSERT_EQ(SaveLoadSave(), Save()) << "seed " << seed;
+    }
+}
+
+} // namespace
