@@ -352,10 +352,25 @@ QString TQueryResult::GenerateParamName(const TFilterCond *condition) const
         base = simple->Field()->FieldName();
     if (!IsValidIdent(base))
         base = QStringLiteral("Param");
-    QString name = base;
-    for (int n = 1; FindParameter(name); ++n)
-        name = base + QString::number(n);
-    return name;
+    // The first of base, base1, base2, ... that no parameter has. One pass
+    // marks the numbers taken (0 for the bare base): probing name by name
+    // made loading a query with many parameters cubic.
+    std::vector<bool> taken(FParams.size() + 1, false);
+    for (const auto &param : FParams) {
+        const QString &name = param->ParamName();
+        if (!name.startsWith(base, Qt::CaseInsensitive))
+            continue;
+        const QStringView suffix = QStringView(name).mid(base.size());
+        bool ok = false;
+        const qsizetype n = suffix.isEmpty() ? 0 : suffix.toInt(&ok);
+        if ((suffix.isEmpty() || (ok && n > 0 && suffix == QString::number(n)))
+            && n < qsizetype(taken.size()))
+            taken[std::size_t(n)] = true;
+    }
+    std::size_t free = 0;
+    while (taken[free])
+        ++free;
+    return free == 0 ? base : base + QString::number(free);
 }
 
 void TQueryResult::ParametersListChanged()

@@ -14,59 +14,91 @@ namespace vm20 {
 
 namespace {
 
-QString Key(const char *name, const QString &value)
+// A query of thousands of rows writes a line per key: lines that are the
+// same in most rows ("Param1=0", "Value2=") share one string, the others take
+// one allocation each.
+struct TKey
 {
-    return QLatin1String(name) + QLatin1Char('=') + value;
-}
+    explicit TKey(const char *name) : Bare(QLatin1String(name) + QLatin1Char('=')) {}
+    QString operator()(const QString &value) const
+    {
+        if (value.isEmpty())
+            return Bare;
+        QString line;
+        line.reserve(Bare.size() + value.size());
+        line.append(Bare).append(value);
+        return line;
+    }
+    QString operator()(int value) const { return (*this)(QString::number(value)); }
+    QString Bare;
+};
 
-QString IndexedKey(const char *name, int index, const QString &value)
+// The two lines of a 0/1 key.
+struct TFlagKey
 {
-    return QLatin1String(name) + QString::number(index) + QLatin1Char('=') + value;
+    explicit TFlagKey(const char *name)
+        : Off(QLatin1String(name) + QLatin1String("=0")), On(QLatin1String(name) + QLatin1String("=1"))
+    {
+    }
+    const QString &operator()(bool value) const { return value ? On : Off; }
+    QString Off;
+    QString On;
+};
+
+QString SectionLine(const QString &id)
+{
+    QString line;
+    line.reserve(id.size() + 5);
+    line.append(QLatin1String("[Row")).append(id).append(QLatin1Char(']'));
+    return line;
 }
 
 void WriteBracket(const TFilterBracket &bracket, const QString &id, QStringList &lines)
 {
-    lines << QStringLiteral("[Row") + id + QLatin1Char(']')
-          << Key("Enabled", XBoolToStr(bracket.Enabled()))
-          << Key("RowType", QString::number(int(frtBracket)))
-          << Key("LinkType", QString::number(int(bracket.LinkType())))
-          << Key("RowCount", QString::number(bracket.GetRowCount()))
-          << QString();
+    static const TFlagKey enabled("Enabled");
+    static const QString bracketType = QStringLiteral("RowType=1");
+    static const TKey linkType("LinkType"), rowCount("RowCount");
+    lines << SectionLine(id) << enabled(bracket.Enabled()) << bracketType
+          << linkType(int(bracket.LinkType())) << rowCount(bracket.GetRowCount()) << QString();
 }
 
 // Both value slots are written whatever the operator uses, so that a value
 // survives switching to an operator with fewer values and back.
 void WriteCondition(const TFilterCond &condition, const QString &id, QStringList &lines)
 {
+    static const TKey rowType("RowType"), fieldID("FieldID"), condID("CondID"), op("Operator"),
+        subQuery("SubQuery"), subQueryOptions("SubQueryOptions");
+    static const TKey values[] = {TKey("Value1"), TKey("Value2")};
+    static const TKey captions[] = {TKey("Caption1"), TKey("Caption2")};
+    static const TKey formats[] = {TKey("VFormat1"), TKey("VFormat2")};
+    static const TFlagKey enabled("Enabled");
+    static const TFlagKey params[] = {TFlagKey("Param1"), TFlagKey("Param2")};
+
     const auto *simple = dynamic_cast<const TSimpleCond *>(&condition);
     const auto *custom = dynamic_cast<const TCustomCond *>(&condition);
-    lines << QStringLiteral("[Row") + id + QLatin1Char(']')
-          << Key("RowType", QString::number(int(condition.RowType())))
-          << Key("Enabled", XBoolToStr(condition.Enabled()));
+    lines << SectionLine(id) << rowType(int(condition.RowType())) << enabled(condition.Enabled());
     // 0 is no model ID: a condition without field or model condition.
     if (simple)
-        lines << Key("FieldID", QString::number(simple->Field() ? simple->Field()->ID() : 0));
+        lines << fieldID(simple->Field() ? simple->Field()->ID() : 0);
     else if (custom)
-        lines << Key("CondID", QString::number(custom->Condition() ? custom->Condition()->ID() : 0));
-    lines << Key("Param1", XBoolToStr(condition.GetValueIsParam(1)))
-          << Key("Param2", XBoolToStr(condition.GetValueIsParam(2)));
+        lines << condID(custom->Condition() ? custom->Condition()->ID() : 0);
+    lines << params[0](condition.GetValueIsParam(1)) << params[1](condition.GetValueIsParam(2));
     if (simple)
-        lines << Key("Operator", simple->Operator() ? simple->Operator()->Name() : QString());
+        lines << op(simple->Operator() ? simple->Operator()->Name() : QString());
     QString value1;
     QString value2;
     SaveValues(condition, value1, value2);
-    lines << Key("Value1", value1) << Key("Value2", value2);
-    for (int i = 1; i <= 2; ++i) {
-        if (condition.GetValueIsParam(i)) {
-            const TSQLParam *param = condition.GetParam(i);
-            lines << IndexedKey("VFormat", i, param ? param->ValueFormat() : QString());
+    lines << values[0](value1) << values[1](value2);
+    for (int i = 0; i < 2; ++i) {
+        if (condition.GetValueIsParam(i + 1)) {
+            const TSQLParam *param = condition.GetParam(i + 1);
+            lines << formats[i](param ? param->ValueFormat() : QString());
         } else {
-            lines << IndexedKey("Caption", i, condition.GetValueCaption(i));
+            lines << captions[i](condition.GetValueCaption(i + 1));
         }
     }
-    lines << Key("SubQuery", ListToCommaText(condition.SubQuery()))
-          << Key("SubQueryOptions", QString::number(SQLOptionsToInt(condition.SubQueryOptions())))
-          << QString();
+    lines << subQuery(ListToCommaText(condition.SubQuery()))
+          << subQueryOptions(SQLOptionsToInt(condition.SubQueryOptions())) << QString();
 }
 
 // Pre-order walk with an explicit stack: trees may nest deeper than the
@@ -120,10 +152,9 @@ void TNQuery::SaveToStrings(QStringList &lines)
     lines.clear();
     if (FSaveTitles)
         lines << FTitles.Lines() << QString();
-    lines << QStringLiteral("[Main]")
-          << Key("QueryName", FQueryName)
-          << Key("Version", XFloatToStr(QueryTextVersion))
-          << Key("Options", FSaveSQLOptions ? QString::number(SQLOptionsToInt(FSQLOptions)) : QString())
+    lines << QStringLiteral("[Main]") << TKey("QueryName")(FQueryName)
+          << TKey("Version")(XFloatToStr(QueryTextVersion))
+          << TKey("Options")(FSaveSQLOptions ? QString::number(SQLOptionsToInt(FSQLOptions)) : QString())
           << QString();
     lines << QStringLiteral("[Description]") << FDescription << QString();
     lines << QStringLiteral("[UserData]") << FUserData << QString();
