@@ -38,12 +38,7 @@ protected:
 
 TEST_F(TNQueryBadTextTest, RaisesAConversionErrorAndClearsTheQueryOnBadText)
 {
-    struct Row
-    {
-        int line;
-        QStringList text;
-        const char *reason;
-    };
+    struct Row { int line; QStringList text; const char *reason; };
     const Row rows[] = {
         {__LINE__, Replaced("RowType=0", QString()), "a condition without RowType"},
         {__LINE__, Replaced("RowType=0", "RowType=x"), "a RowType that is no number"},
@@ -76,13 +71,7 @@ TEST_F(TNQueryBadTextTest, RaisesAConversionErrorAndClearsTheQueryOnBadText)
 
 TEST_F(TNQueryBadTextTest, ToleratesWhatOnlyLosesParts)
 {
-    struct Row
-    {
-        int line;
-        QStringList text;
-        int rows;
-        const char *reason;
-    };
+    struct Row { int line; QStringList text; int rows; const char *reason; };
     const Row rows[] = {
         {__LINE__, {}, 1, "no lines: an empty query"},
         {__LINE__, {"just", "some", "words"}, 1, "no sections at all"},

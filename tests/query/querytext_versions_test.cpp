@@ -29,14 +29,7 @@ protected:
 
 TEST_F(TNQueryOldTextTest, FindsFieldsTheWayTheTextsVersionNamesThem)
 {
-    struct Row
-    {
-        int line;
-        const char *version;
-        QStringList keys;
-        bool found;
-        const char *reason;
-    };
+    struct Row { int line; const char *version; QStringList keys; bool found; const char *reason; };
     const Row rows[] = {
         {__LINE__, "1.3", {"FldName=Customers.City"}, true, "below 1.4: table and column"},
         {__LINE__, "1.3", {"FldName=c.City"}, false, "below 1.4 the SQL expression does not name it"},
@@ -72,13 +65,7 @@ TEST_F(TNQueryOldTextTest, ReadsOldTitlesByPositionWhenItsVersionIsOld)
 
 TEST(ConvertOldOptions, MapsEveryOldOption)
 {
-    struct Row
-    {
-        const char *name;
-        unsigned appearance;
-        TSQLSyntax syntax;
-        TSQLOptions sqlOptions;
-    };
+    struct Row { const char *name; unsigned appearance; TSQLSyntax syntax; TSQLOptions sqlOptions; };
     const Row rows[] = {
         {"poFlatButtons", 1u << 0, ssSQL1, {}},
         {"poRoundButtons", 1u << 1, ssSQL1, {}},
