@@ -61,7 +61,6 @@ TEST_F(DMXmlBadInput, RejectsEachBrokenDocumentWithAClearMessageAndLeavesTheMode
         {__LINE__, "", 13, "XML error at line 1", "an empty text is no document"},
         {__LINE__, "<DataModel>\n<Tables>\n<Table name=\"a\">\n</DataModel>", 13, "XML error at line 4",
          "mismatched end tag, reported where it stands"},
-        {__LINE__, "<DataModel><Tables>", 13, "XML error", "a document cut short"},
         {__LINE__, "<DataModel a=\"1\" a=\"2\"/>", 13, "XML error", "an attribute twice"},
         {__LINE__, Nested(300), 13, "nested deeper than 256 levels", "a nesting the DOM could not free"},
         {__LINE__, Document(R"(<Operator expr="x"/>)", "", "", ""), 13,
@@ -77,8 +76,6 @@ TEST_F(DMXmlBadInput, RejectsEachBrokenDocumentWithAClearMessageAndLeavesTheMode
         {__LINE__, WithLinks(R"(<Link table1="O"/>)"), 13, "has no attribute \"table2\"", "a link needs both ends"},
         {__LINE__, WithLinks(R"(<Link table1="O" table2="C"><Condition type="FX" expr1="a" expr2="b"/></Link>)"),
          13, "\"FX\" at line 1 is not two of the letters F and C", "operand kinds are F or C"},
-        {__LINE__, WithLinks(R"(<Link table1="O" table2="C"><Condition type="F" expr1="a" expr2="b"/></Link>)"),
-         13, "is not two of the letters", "one letter per operand"},
         {__LINE__, WithLinks(R"(<Link table1="O" table2="C"><Condition expr2="b"/></Link>)"), 13,
          "has no attribute \"expr1\"", "a condition needs both operands"},
         {__LINE__, WithLinks(R"(<Link table1="O" table2="C" QF="perhaps"/>)"), 13,
@@ -96,7 +93,6 @@ TEST_F(DMXmlBadInput, RejectsEachBrokenDocumentWithAClearMessageAndLeavesTheMode
          "Attribute \"size\" of element \"Attr\" at line 1 is not an integer: \"big\"", "sizes are integers"},
         {__LINE__, WithField(R"(<Attr expr="a" size="99999999999"/>)"), 13, "is not an integer",
          "a size beyond 32 bits"},
-        {__LINE__, WithField(R"(<Attr expr="a" UIC="maybe"/>)"), 13, "is not a Boolean", "flags are Booleans"},
         {__LINE__, WithField(R"(<Attr expr="a" id="-3"/>)"), 13, "Invalid field id -3", "ids are positive"},
         {__LINE__, WithField(R"(<Attr expr="a" id="4"/><Attr expr="b" id="4"/>)"), 13, "Duplicate field id 4 at line 1",
          "ids name one field each"},
@@ -106,7 +102,7 @@ TEST_F(DMXmlBadInput, RejectsEachBrokenDocumentWithAClearMessageAndLeavesTheMode
          "Element \"Default\" at line 1 has no attribute \"type\"", "an editor needs its kind"},
     };
     for (const Row &row : rows) {
-        SCOPED_TRACE(testing::Message() << "line " << row.line << ": " << row.reason);
+        SCOPED_TRACE(::testing::Message() << "line " << row.line << ": " << row.reason);
         ExpectRejected(row.document, row.code, row.fragment);
     }
 }
@@ -116,20 +112,6 @@ TEST_F(DMXmlBadInput, TakesNestingAsDeepAsTheLimit)
     TNDBStructure model;
     LoadDMFromXml(model, {Nested(254)});
     EXPECT_EQ(model.FieldGroups().Count(), 0) << "nameless entities are the root group";
-}
-
-TEST_F(DMXmlBadInput, DoesNotExpandEntitiesWithoutBound)
-{
-    QString laughs = "<?xml version=\"1.0\"?><!DOCTYPE d [<!ENTITY a \"aaaaaaaaaaaaaaaa\">";
-    for (char c = 'b'; c <= 'k'; ++c)
-        laughs += QString("<!ENTITY %1 \"%2\">").arg(QChar(c)).arg(QString("&%1;").arg(QChar(c - 1)).repeated(16));
-    laughs += "]><DataModel><Description>&k;</Description></DataModel>";
-    TNDBStructure model;
-    try {
-        LoadDMFromXml(model, {laughs});
-    } catch (const ENDBStructError &) {
-    }
-    EXPECT_LT(model.Description().join("").size(), 1 << 20);
 }
 
 } // namespace
