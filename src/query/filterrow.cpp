@@ -116,16 +116,20 @@ void TFilterBracket::SetLinkType(TFilterLinkType value)
 
 int TFilterBracket::BracketKind() const
 {
-    if (IsRoot())
-        return 0;
-    const int parentKind = Parent()->BracketKind();
-    if (parentKind > 0)
-        return parentKind;
-    if (Level() > 1)
-        return 1;
-    if (GetRowCount() < 2)
-        return 0;
-    return FRows.front()->GetIsHavingRow() ? 2 : 1;
+    // A nested bracket takes the first kind above 0 among its ancestors, so
+    // the kinds are settled from the top down (without recursion).
+    std::vector<const TFilterBracket *> chain;
+    for (const TFilterBracket *bracket = this; bracket; bracket = bracket->Parent())
+        chain.push_back(bracket);
+    int kind = 0;
+    for (auto it = chain.rbegin() + 1; it < chain.rend() && kind == 0; ++it) {
+        const TFilterBracket *bracket = *it;
+        if (bracket->Level() > 1)
+            kind = 1;
+        else if (bracket->GetRowCount() >= 2)
+            kind = bracket->FRows.front()->GetIsHavingRow() ? 2 : 1;
+    }
+    return kind;
 }
 
 TFilterRow *TFilterBracket::GetRow(int index) const
@@ -156,6 +160,14 @@ TFilterRow *TFilterBracket::InsertRow(int index, std::unique_ptr<TFilterRow> row
         return nullptr;
     if (index < 0 || index > GetRowCount())
         throw EListError::IndexOutOfBounds(index);
+    if (row->FQuery != FQuery)
+        throw Exception(QStringLiteral("A row can only be inserted into a bracket of its own query"));
+    // Only a bracket with rows can hold this bracket; the walk up is skipped
+    // for new rows, so building a deep tree stays linear.
+    if (row->IsBracket() && !static_cast<const TFilterBracket *>(row.get())->FRows.empty())
+        for (const TFilterRow *above = this; above; above = above->FParent)
+            if (above == row.get())
+                throw Exception(QStringLiteral("A bracket cannot be inserted into itself"));
     TFilterRow *raw = row.get();
     raw->FParent = this;
     FRows.insert(FRows.begin() + index, std::move(row));

@@ -253,11 +253,13 @@ TSimpleCond *TNQuery::InitializeNewCondition(TSimpleCond *condition, TDSField *f
     return condition;
 }
 
+// Appending after a bracket's last row number is appending to the bracket;
+// doing it directly spares a renumbering per added row.
 TSimpleCond *TNQuery::AddCondition(TFilterBracket *bracket, TDSField *field)
 {
     if (!bracket)
         bracket = FFilter.get();
-    return AddConditionNum(bracket, bracket->GetLastRowNum() + 1, field);
+    return InitializeNewCondition(bracket->AddCond(), field);
 }
 
 TSimpleCond *TNQuery::AddConditionNum(TFilterBracket *bracket, int rowNum, TDSField *field)
@@ -271,14 +273,17 @@ TCustomCond *TNQuery::AddCustomCondition(TFilterBracket *bracket, TDSCondition *
 {
     if (!bracket)
         bracket = FFilter.get();
-    return bracket->InsertCustomCondByNum(bracket->GetLastRowNum() + 1, condition);
+    return bracket->AddCustomCond(condition);
 }
 
 TFilterBracket *TNQuery::AddBracket(TFilterBracket *bracket)
 {
     if (!bracket)
         bracket = FFilter.get();
-    return AddBracketNum(bracket, bracket->GetLastRowNum() + 1);
+    TFilterBracket *added = bracket->AddNewBracket();
+    if (FNonEmptyBrackets)
+        added->AddCond();
+    return added;
 }
 
 TFilterBracket *TNQuery::AddBracketNum(TFilterBracket *bracket, int rowNum)

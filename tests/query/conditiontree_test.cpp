@@ -70,6 +70,17 @@ TEST_F(TFilterBracketTest, InsertsByRowNumberAtTheDisplayedPlace)
     EXPECT_EQ(query.AddBracket(nullptr)->GetRowCount(), 1);
 }
 
+TEST_F(TFilterBracketTest, RefusesRowsThatWouldBreakTheTree)
+{
+    BuildTree();
+    std::unique_ptr<TFilterRow> detached = query.Filter()->InternalDeleteRow(1);
+    EXPECT_THROW(d->InsertRow(0, std::move(detached)), Exception) << "b would hold itself";
+    TNQuery other;
+    EXPECT_THROW(query.Filter()->AddRow(std::make_unique<TSimpleCond>(&other)), Exception);
+    EXPECT_THROW(query.Filter()->InsertRow(5, std::make_unique<TSimpleCond>(&query)), EListError);
+    EXPECT_EQ(query.GetRowCount(), 3) << "root, a and f remain";
+}
+
 TEST_F(TFilterBracketTest, DerivesHavingAndBracketKindFromTheFirstCondition)
 {
     TFilterBracket *outer = query.AddBracket(query.Filter());
@@ -129,14 +140,14 @@ TEST_F(TFilterBracketTest, NumbersAndFreesDeeplyNestedTreesWithoutRecursion)
 {
     TFilterBracket *bracket = query.Filter();
     query.BeginUpdate();
-    for (int i = 0; i < 200000; ++i)
+    for (int i = 0; i < 100000; ++i)
         bracket = bracket->AddNewBracket();
     AddCond(bracket, s.custCity, "Equal", "Deep");
     query.EndUpdate();
     AddColumn(s.custName);
-    EXPECT_EQ(query.GetRowByNum(200001)->Level(), 200001);
+    EXPECT_EQ(query.GetRowByNum(100001)->Level(), 100001);
     query.BuildQuery();
-    EXPECT_EQ(query.QResult().WhereLines().size(), 2 * 200001 + 1);
+    EXPECT_EQ(query.QResult().WhereLines().size(), 2 * 100001 + 1);
     query.ClearAll();
     EXPECT_EQ(query.GetRowCount(), 1);
 }
