@@ -30,8 +30,8 @@ QString LinkTypeToText(TDSLinkType type);
 // "Left", "Right", "Full" in any case; anything else is an inner join.
 TDSLinkType TextToLinkType(const QString &text);
 
-// The lines after the last text line that are empty or blank: the writer puts
-// a separator there, so a section of free text ends before them.
+// Drops the empty or blank lines at the end: the writer puts a separator
+// after a section of free text, which is not part of that text.
 QStringList WithoutTrailingBlankLines(QStringList lines);
 
 // The key=value lines of one section. Lookups compare keys without regard to
