@@ -194,6 +194,9 @@ void CurateShopModel(TNCustomDBStructure &model)
     for (int i = model.GetFieldCount() - 1; i >= 0; --i)
         if (!kept.contains(model.GetField(i)))
             model.DelField(i);
+    // Dropped columns leave gaps in the identifiers; nothing refers to them yet.
+    for (int i = 0; i < model.GetFieldCount(); ++i)
+        model.GetField(i)->SetID(i + 1);
     for (int i = model.GetTableCount() - 1; i >= 0; --i) {
         const QString name = model.GetTable(i)->TableName();
         if (std::none_of(std::begin(Tables), std::end(Tables),

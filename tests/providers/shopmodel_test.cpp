@@ -2,9 +2,12 @@
 #include "shopmodel.h"
 
 #include "common/printers.h"
+#include "model/dmxmlformat.h"
+#include "model/vmglobal.h"
 #include "providers/dburl.h"
 #include "providers/sqldbinfo.h"
 
+#include <QFile>
 #include <QSet>
 
 #include <gtest/gtest.h>
@@ -136,6 +139,36 @@ TEST_F(ShopModel, PredefinedConditionsSelectOrdersOfTheSampleData)
                   QStringList{QString::number(row.orders)})
             << "line " << row.line;
     }
+}
+
+QStringList FileLines(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? SplitAnsiText(file.readAll()) : QStringList{};
+}
+
+// examples/ holds what the curation writes; a stale file means the database
+// script or the curation changed without vm20_update_sample_model being run.
+TEST_F(ShopModel, IsStoredInExamplesAsTheCurationWritesItAndReadsBack)
+{
+    const QString text = QStringLiteral(VM20_SOURCE_DIR "/examples/shop.model");
+    QStringList lines;
+    model.SaveToStrings(lines);
+    EXPECT_EQ(FileLines(text), lines);
+    TNCustomDBStructure loaded;
+    loaded.SetDatabaseInfo(&info);
+    loaded.LoadFromFile(text);
+    QStringList reread;
+    loaded.SaveToStrings(reread);
+    EXPECT_EQ(reread, lines);
+
+    const QStringList xml = FileLines(QStringLiteral(VM20_SOURCE_DIR "/examples/shop.xml"));
+    QStringList written;
+    SaveDMToXml(model, written);
+    EXPECT_EQ(xml, written);
+    LoadDMFromXml(loaded, xml);
+    EXPECT_EQ(loaded.GetFieldCount(), model.GetFieldCount());
+    EXPECT_EQ(loaded.GetLinkCount(), model.GetLinkCount());
 }
 
 } // namespace
