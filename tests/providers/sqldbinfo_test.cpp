@@ -138,13 +138,6 @@ TEST_F(TNSqlDBInfoTest, BadSqlRaisesAndLeavesTheProviderUsable)
     EXPECT_EQ(values, QStringList{"Müller"});
 }
 
-TEST_F(TNSqlDBInfoTest, NamesTheAttachedDatabases)
-{
-    QStringList names;
-    info.GetDatabaseNames(names);
-    EXPECT_EQ(names, QStringList{"main"});
-}
-
 TEST(TNSqlDBInfo, IsConnectedOnlyWhileItsDatabaseIsOpen)
 {
     TNSqlDBInfo none(QStringLiteral("no such connection"));
