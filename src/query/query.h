@@ -206,6 +206,15 @@ public:
     // The condition tree as readable text, one line per enabled row.
     QString GetQueryText() const;
 
+    // --- reading SQL -------------------------------------------------------------
+    // Replaces the query by the SELECT statement in `lines`: its select list
+    // becomes the result columns, its WHERE clause the condition tree.
+    // ESQLParserError for a statement the parser cannot read; on any failure
+    // the query is left empty and usable.
+    void ParseSQL(const QStringList &lines);
+    // The statement of a sub-query saved in a condition (its SubQuery lines).
+    void GetSubQueryText(const QStringList &values, QStringList &lines) const;
+
     // --- events ----------------------------------------------------------------
     std::function<void(TFilterCond *condition, QString &text)> OnBuildSQL;
     std::function<void(TNQuery *sender)> OnChange;
