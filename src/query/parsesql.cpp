@@ -2,10 +2,6 @@
 
 #include "model/dbstructure.h"
 #include "query/query.h"
-#include "query/sqldatevalue.h"
-#include "query/sqlparam.h"
-#include "query/templatematcher.h"
-#include "query/valueformat.h"
 #include "sqlparse/sqlparser.h"
 #include "support/nstrings.h"
 
@@ -14,38 +10,6 @@
 namespace vm20 {
 
 namespace {
-
-// Two spellings of "not equal" that no operator template carries, read as the
-// one that the built-in operators do.
-struct TRewritePair
-{
-    const char16_t *Pattern;
-    const char16_t *Replacement;
-};
-constexpr TRewritePair RewritePairs[] = {
-    {u"@f != '@1'", u"@f <> '@1'"},
-    {u"not(@f = '@1')", u"@f <> '@1'"},
-};
-
-// Keys of the lookups: FieldByName's mode 3 ignores the quote symbols, every
-// name lookup ignores letter case, and predefined conditions compare in lower
-// case without blanks.
-QString FieldExprKey(QString text, QChar quote1, QChar quote2)
-{
-    text.remove(quote1);
-    text.remove(quote2);
-    return text.toCaseFolded();
-}
-
-QString ConditionKey(const QString &text)
-{
-    QString key;
-    key.reserve(text.size());
-    for (QChar c : text.toLower())
-        if (!IsSpace(c))
-            key.append(c);
-    return key;
-}
 
 // Sets the query up for loading and puts its state back on every way out.
 class TLoadingScope
@@ -101,14 +65,6 @@ QString BareName(const TNCustomDBStructure &model, const TResultField &column,
     return parsedCaption;
 }
 
-// Whether the placeholder "@n" stands between quotes of the template, so that
-// the value read for it is the inside of an SQL string literal.
-bool PlaceholderQuoted(const QString &templ, int index)
-{
-    const qsizetype at = templ.indexOf(QLatin1Char('@') + QString::number(index));
-    return at > 0 && templ.left(at).count(QLatin1Char('\'')) % 2 == 1;
-}
-
 } // namespace
 
 TSQLLoader::TSQLLoader(TNQuery &query)
@@ -122,9 +78,12 @@ TSQLLoader::TSQLLoader(TNQuery &query)
     for (int i = 0; i < fieldCount; ++i) {
         TDSField *field = FModel.GetField(i);
         // The first field in model order wins, as in FieldByName.
-        const QString exprKey = FieldExprKey(field->SQLExpr(), quote1, quote2);
+        const QString expr = field->SQLExpr();
+        const QString exprKey = FieldExprKey(expr, quote1, quote2);
         if (!FFieldsBySQLExpr.contains(exprKey))
             FFieldsBySQLExpr.insert(exprKey, field);
+        if (!FFieldsByExactSQLExpr.contains(expr))
+            FFieldsByExactSQLExpr.insert(expr, FFieldsBySQLExpr.value(exprKey));
         const QString nameKey = field->FullName().toCaseFolded();
         if (!FFieldsByFullName.contains(nameKey))
             FFieldsByFullName.insert(nameKey, field);
@@ -141,14 +100,32 @@ TSQLLoader::TSQLLoader(TNQuery &query)
     // "@f < '@1'" that would read "= 5" as its value. Equal lengths keep the
     // model's order.
     for (int i = 0; i < FModel.GetOperatorCount(); ++i)
-        FOperators.push_back({FModel.GetOperator(i), FModel.GetOperator(i)->SQLExpr()});
+        FOperators.push_back(MakeEntry(FModel.GetOperator(i)));
     std::stable_sort(FOperators.begin(), FOperators.end(),
                      [](const TOperatorEntry &a, const TOperatorEntry &b) {
                          return a.Template.size() > b.Template.size();
                      });
-    FLikeFallback = FModel.OperatorByName(QStringLiteral("contains"));
-    if (!FLikeFallback)
-        FLikeFallback = FModel.OperatorByName(QStringLiteral("startswith"));
+    TDSOperator *like = FModel.OperatorByName(QStringLiteral("contains"));
+    if (!like)
+        like = FModel.OperatorByName(QStringLiteral("startswith"));
+    FLikeFallback = MakeEntry(like);
+    FLikeFallback.FallBack = true;
+    FUnrecognized = MakeEntry(FModel.UnrecognizedOperator());
+}
+
+TSQLLoader::TOperatorEntry TSQLLoader::MakeEntry(TDSOperator *op) const
+{
+    TOperatorEntry entry;
+    if (!op)
+        return entry;
+    entry.Op = op;
+    entry.Template = op->SQLExpr();
+    entry.ParamCount = op->ParamCount();
+    for (int i = 0; i < 2; ++i) {
+        const qsizetype at = entry.Template.indexOf(QLatin1Char('@') + QString::number(i + 1));
+        entry.Quoted[i] = at > 0 && entry.Template.left(at).count(QLatin1Char('\'')) % 2 == 1;
+    }
+    return entry;
 }
 
 void TSQLLoader::Load(const QStringList &lines)
@@ -190,54 +167,6 @@ void TSQLLoader::LoadResultFields(const TNParserResult &result)
     }
 }
 
-TDSField *TSQLLoader::FieldBySQLName(const QString &name) const
-{
-    const TSQLFormats &formats = FModel.SQLFormats();
-    if (TDSField *field = FFieldsBySQLExpr.value(
-            FieldExprKey(name, formats.QuoteSymbol1(), formats.QuoteSymbol2())))
-        return field;
-    return FFieldsByFullName.value(name.toCaseFolded());
-}
-
-TDSCondition *TSQLLoader::FindCustomCondition(const TSQLCondition &cond) const
-{
-    if (FConditionsByText.isEmpty())
-        return nullptr;
-    return FConditionsByText.value(ConditionKey(cond.SQLExpr()));
-}
-
-TDSOperator *TSQLLoader::OperatorBySQLCond(const TSQLCondition &cond, QString &value1,
-                                           QStringList &values, QString &value2)
-{
-    FFellBack = false;
-    QString text = cond.SQLExpr();
-    TTemplateVars vars;
-    for (const TRewritePair &pair : RewritePairs)
-        if (MatchSQLTemplate(QStringView(pair.Pattern), text, vars))
-            text = FillSQLTemplate(QStringView(pair.Replacement), vars);
-
-    const bool subQuery = cond.ContainsSubQuery();
-    const QString leftExpr = cond.LeftExpr();
-    for (const TOperatorEntry &entry : FOperators) {
-        if (subQuery != (entry.Op->ValueKind() == vkSubQuery))
-            continue;
-        if (!MatchSQLTemplate(entry.Template, text, vars)
-            || !EqualToSpaces(vars.F.toString(), leftExpr))
-            continue;
-        value1 = vars.V1.toString();
-        value2 = vars.V2.toString();
-        if (entry.Op->ValueKind() == vkSubQuery)
-            ProcessSubQuery(value1, values, value1);
-        return entry.Op;
-    }
-    if (cond.Operation() == QLatin1String("like") && FLikeFallback) {
-        value1 = cond.RightExpr();
-        FFellBack = true;
-        return FLikeFallback;
-    }
-    return nullptr;
-}
-
 void TSQLLoader::ProcessSQLBracket(TFilterBracket *bracket, const TSQLBracket &sqlBracket,
                                    const TSQLTableList &tables)
 {
@@ -256,69 +185,7 @@ void TSQLLoader::ProcessSQLBracket(TFilterBracket *bracket, const TSQLBracket &s
     }
 }
 
-void TSQLLoader::LoadCondition(TFilterBracket *bracket, const TSQLCondition &sqlCond,
-                               const TSQLTableList &tables)
-{
-    if (TDSCondition *custom = FindCustomCondition(sqlCond)) {
-        bracket->AddCustomCond(custom);
-        return;
-    }
-    TSimpleCond *cond = bracket->AddCond();
-    QString name = sqlCond.LeftExpr();
-    if (!name.contains(QLatin1Char('.')) && tables.Count() > 0)
-        name = tables.Items(0)->AliasName() + QLatin1Char('.') + name;
-    TDSField *field = FieldBySQLName(name);
-    if (!field)
-        field = FModel.UnrecognizedField();
-
-    QString values[2];
-    QStringList subQuery;
-    TDSOperator *op = OperatorBySQLCond(sqlCond, values[0], subQuery, values[1]);
-    const bool matched = op && !FFellBack;
-    if (!op)
-        op = FModel.UnrecognizedOperator();
-    cond->SetField(field);
-    cond->SetOperator(op);
-
-    const bool isParam[2] = {values[0].startsWith(QLatin1Char(':')),
-                             values[1].startsWith(QLatin1Char(':'))};
-    const QString paramNames[2] = {values[0].mid(1), values[1].mid(1)};
-    const int paramCount = op->ParamCount();
-    if (IsDateType(cond->GetExprType())) {
-        for (int i = 0; i < 2; ++i)
-            values[i] = !isParam[i] && paramCount > i
-                            ? ProcessSQLDateValue(cond->GetValueType(i + 1), values[i])
-                            : QString();
-    }
-    if (!isParam[0] && op->ValueKind() == vkList)
-        values[0].replace(QLatin1Char('\''), QLatin1Char('"'));
-    for (int i = 0; i < 2; ++i) {
-        const int index = i + 1;
-        if (isParam[i]) {
-            cond->SetValueIsParam(index, true);
-            // The statement names the parameter; keep its name when it is free.
-            TSQLParam *param = cond->GetParam(index);
-            if (param && IsValidIdent(paramNames[i])
-                && !FQuery.QResult().FindParameter(paramNames[i]))
-                param->SetParamName(paramNames[i]);
-            continue;
-        }
-        // A literal doubles the quotes it holds; the value keeps them single.
-        if (matched && op->ValueKind() == vkScalar && IsStringType(cond->GetValueType(index))
-            && PlaceholderQuoted(op->SQLExpr(), index))
-            values[i].replace(QStringLiteral("''"), QStringLiteral("'"));
-        cond->SetValue(index, values[i]);
-        if (index > paramCount)
-            cond->SetValueCaption(index, QString());
-    }
-    cond->SetSubQuery(subQuery);
-    if (!subQuery.isEmpty())
-        cond->SetSubQueryOptions(FQuery.SQLOptions());
-}
-
-} // namespace vm20
-
-namespace vm20 {
+// --- TNQuery -------------------------------------------------------------------
 
 void TNQuery::ParseSQL(const QStringList &lines)
 {

@@ -62,11 +62,26 @@ public:
     void ProcessSubQuery(const QString &text, QStringList &values, QString &sqlText);
 
 private:
+    // An operator with what every match needs of it, taken once per load.
     struct TOperatorEntry
     {
-        TDSOperator *Op;
+        TDSOperator *Op = nullptr;
         QString Template;
+        int ParamCount = 0;
+        // The value placeholders "@1" and "@2" stand between quotes of the
+        // template, so that their text is the inside of a string literal.
+        bool Quoted[2] = {false, false};
+        // Taken by the LIKE fallback, not by matching the template.
+        bool FallBack = false;
     };
+    TOperatorEntry MakeEntry(TDSOperator *op) const;
+    const TOperatorEntry *MatchOperator(const TSQLCondition &cond, const QString &sqlExpr,
+                                        QString &value1, QStringList &values, QString &value2);
+    TDSCondition *CustomConditionByText(const QString &sqlExpr) const;
+    // The lookup keys: FieldByName's mode 3 ignores letter case and the quote
+    // symbols; predefined conditions compare in lower case without blanks.
+    static QString FieldExprKey(QString text, QChar quote1, QChar quote2);
+    static QString ConditionKey(const QString &text);
 
     void LoadResultFields(const TNParserResult &result);
     void LoadCondition(TFilterBracket *bracket, const TSQLCondition &cond,
@@ -74,13 +89,16 @@ private:
 
     TNQuery &FQuery;
     TNCustomDBStructure &FModel;
+    // FieldByName mode 3 (by the key that ignores case and quote symbols),
+    // the same answers by the exact text (the usual case, no key to make),
+    // and mode 2.
     QHash<QString, TDSField *> FFieldsBySQLExpr;
+    QHash<QString, TDSField *> FFieldsByExactSQLExpr;
     QHash<QString, TDSField *> FFieldsByFullName;
     QHash<QString, TDSCondition *> FConditionsByText;
     std::vector<TOperatorEntry> FOperators;   // longest template first
-    TDSOperator *FLikeFallback = nullptr;
-    // The last OperatorBySQLCond took the LIKE fallback, not a template.
-    bool FFellBack = false;
+    TOperatorEntry FLikeFallback;
+    TOperatorEntry FUnrecognized;
 };
 
 } // namespace vm20

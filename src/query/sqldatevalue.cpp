@@ -2,55 +2,48 @@
 
 #include "support/dattime.h"
 
-#include <QList>
-#include <QStringView>
-
 namespace vm20 {
 
 namespace {
 
-constexpr const char *DateForms[] = {"yyyy-mm-dd", "mm/dd/yyyy", "mm/dd/yy", "dd.mm.yyyy",
-                                     "dd.mm.yy"};
-constexpr const char *DateTimeForms[] = {"yyyy-mm-dd hh:nn:ss", "mm/dd/yyyy hh:nn:ss",
-                                         "mm/dd/yy hh:nn:ss", "dd.mm.yyyy hh:nn:ss",
-                                         "dd.mm.yy hh:nn:ss"};
-
-// The runs of digits of a text, or of letters of a form, in order.
-QList<QStringView> Groups(const QString &text, bool letters)
+struct TForm
 {
-    QList<QStringView> groups;
-    qsizetype start = -1;
-    for (qsizetype i = 0; i <= text.size(); ++i) {
-        const bool in = i < text.size() && (letters ? text[i].isLetter() : text[i].isDigit());
-        if (in && start < 0)
-            start = i;
-        else if (!in && start >= 0) {
-            groups.append(QStringView(text).sliced(start, i - start));
-            start = -1;
-        }
+    const char *Pattern;
+    int YearGroup;   // the run of digits that holds a four-digit year, -1 for none
+};
+
+constexpr TForm DateForms[] = {{"yyyy-mm-dd", 0}, {"mm/dd/yyyy", 2}, {"mm/dd/yy", -1},
+                               {"dd.mm.yyyy", 2}, {"dd.mm.yy", -1}};
+constexpr TForm DateTimeForms[] = {{"yyyy-mm-dd hh:nn:ss", 0}, {"mm/dd/yyyy hh:nn:ss", 2},
+                                   {"mm/dd/yy hh:nn:ss", -1}, {"dd.mm.yyyy hh:nn:ss", 2},
+                                   {"dd.mm.yy hh:nn:ss", -1}};
+
+// The length of the run of digits number `group` (from 0) of the text.
+qsizetype DigitRun(const QString &text, int group)
+{
+    qsizetype i = 0;
+    const qsizetype n = text.size();
+    for (int g = 0;; ++g) {
+        while (i < n && !text[i].isDigit())
+            ++i;
+        const qsizetype start = i;
+        while (i < n && text[i].isDigit())
+            ++i;
+        if (g == group || i == start)
+            return i - start;
     }
-    return groups;
 }
 
 // The date reader's "yyyy" also takes a shorter year. The two-digit forms
 // come after the four-digit ones, so a four-digit form must not take "20"
 // for the year 20.
-bool YearFits(const QString &text, const QString &form)
-{
-    const QList<QStringView> formGroups = Groups(form, true);
-    const qsizetype at = formGroups.indexOf(QStringView(u"yyyy"));
-    if (at < 0)
-        return true;
-    const QList<QStringView> textGroups = Groups(text, false);
-    return at < textGroups.size() && textGroups[at].size() == 4;
-}
-
 template <std::size_t N>
-bool ReadsAs(const QString &text, const char *const (&forms)[N], TDateTime &value)
+bool ReadsAs(const QString &text, const TForm (&forms)[N], TDateTime &value)
 {
-    for (const char *form : forms) {
-        const QString pattern = QLatin1String(form);
-        if (YearFits(text, pattern) && TryStrToDateTimeByFormat(text, pattern, value))
+    for (const TForm &form : forms) {
+        if (form.YearGroup >= 0 && DigitRun(text, form.YearGroup) != 4)
+            continue;
+        if (TryStrToDateTimeByFormat(text, QLatin1String(form.Pattern), value))
             return true;
     }
     return false;

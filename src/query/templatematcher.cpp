@@ -19,6 +19,14 @@ bool SameChar(QChar a, QChar b)
     return a.toCaseFolded() == b.toCaseFolded();
 }
 
+// IsSpace without the call for the ASCII characters that most SQL text is
+// made of.
+inline bool IsBlank(QChar c)
+{
+    const char16_t u = c.unicode();
+    return u <= u' ' || (u >= 0x80 && IsSpace(c));
+}
+
 bool IsQuote(QChar c)
 {
     return c == QLatin1Char('\'') || c == QLatin1Char('"');
@@ -126,9 +134,9 @@ bool MatchSQLTemplate(QStringView templ, QStringView text, TTemplateVars &vars)
         if (SameChar(templ[i], text[j])) {
             ++i;
             ++j;
-            while (i < nt && IsSpace(templ[i]))
+            while (i < nt && IsBlank(templ[i]))
                 ++i;
-            while (j < ns && IsSpace(text[j]))
+            while (j < ns && IsBlank(text[j]))
                 ++j;
             continue;
         }
