@@ -214,8 +214,10 @@ void TSQLLoader::LoadCondition(TFilterBracket *bracket, const TSQLCondition &sql
             cond->SetValueCaption(index, QString());
     }
     cond->SetSubQuery(subQuery);
-    if (!subQuery.isEmpty())
+    if (!subQuery.isEmpty()) {
         cond->SetSubQueryOptions(FQuery.SQLOptions());
+        cond->SetValueHint(1, values[0]);
+    }
 }
 
 } // namespace vm20
