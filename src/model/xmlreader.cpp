@@ -16,8 +16,9 @@ namespace vm20 {
 
 namespace {
 
-// Deeper documents are refused before a DOM is built for them, since the DOM
-// frees its nodes recursively. A model needs five levels plus its groups.
+// Deeper documents are refused before a DOM is built for them: building one
+// takes time that grows with the square of the nesting (seconds at a few
+// ten thousand levels). A model needs eight levels, one more per nested entity.
 constexpr int MaxDepth = 256;
 
 void CheckDepth(const QString &text)
