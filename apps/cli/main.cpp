@@ -1,80 +1,91 @@
-// The vm20 command. For now it knows one sub-command, `tour`: it builds a
-// small shop model in code, saves it as model text, loads that text into a
-// second model and prints what the second model writes.
-#include "model/dbstructure.h"
+// The vm20 command: builds, reads back and runs queries on a data model.
+// Exit codes: 0 done, 1 the library (or a file, or the database) refused,
+// 2 the command line was wrong.
+#include "cli.h"
+#include "output.h"
 
 #include <QCoreApplication>
-#include <QTextStream>
 
-#include <memory>
+#include <cstdio>
+#include <iterator>
 
-using namespace vm20;
-
+namespace vm20::cli {
 namespace {
 
-TDSField *AddColumn(TNCustomDBStructure &model, TDSTable *table, const QString &column,
-                    const QString &caption, TFieldType type, int size)
+const TCommand Commands[] = {
+    {"sql", "Build a query file on a model and print its SELECT statement.", RunSql},
+    {"parse", "Read a SELECT statement into a query and print the query text.", RunParse},
+    {"text", "Print the conditions of a query file as readable text.", RunText},
+    {"import", "Build a model from a database and print it.", RunImport},
+    {"convert", "Print a model file as model text or as XML.", RunConvert},
+    {"run", "Build a query, execute it on a database and print the rows.", RunRun},
+    {"tour", "Walk through the sample shop database: import, model, queries, rows.", RunTour},
+};
+
+QString GeneralHelp()
 {
-    auto field = std::make_unique<TDSField>(&model);
-    field->SetFieldKind(nfkData);
-    field->SetFieldExpr(column);
-    field->SetDisplayName(caption);
-    field->Tables().Add(table);
-    field->SetFieldType(type);
-    field->SetFieldSize(size);
-    TDSField *added = field.get();
-    model.AddFieldRef(std::move(field));
-    added->AddAppliedOperators();
-    return added;
+    QString text = QStringLiteral("Usage: vm20 COMMAND [options]\n\n"
+                                  "Builds SQL SELECT statements from a data model and query files.\n\n"
+                                  "Commands:\n");
+    for (const TCommand &command : Commands)
+        text += QStringLiteral("  %1%2\n").arg(QLatin1String(command.Name).leftJustified(9),
+                                               QLatin1String(command.Summary));
+    text += QStringLiteral("\n'vm20 COMMAND --help' explains a command's options.");
+    return text;
 }
 
-void BuildShop(TNCustomDBStructure &model)
+// Messages go to standard error on one line: a parser message's line number
+// follows the text after a blank.
+void PrintError(const QString &prefix, const QString &message)
 {
-    TDSTable *customers = model.GetTable(model.AddTable("customers", "Customers"));
-    TDSTable *orders = model.GetTable(model.AddTable("orders", "Orders"));
-    model.AddLinkByExpr("orders-customers:customer_id=id");
-    AddColumn(model, customers, "name", "Customer name", ftString, 60);
-    AddColumn(model, customers, "city", "City", ftString, 40);
-    AddColumn(model, orders, "order_date", "Order date", ftDate, 0);
-    AddColumn(model, orders, "amount", "Amount", ftCurrency, 0);
-    model.SetDefaultMainTable(orders);
+    const QString line = message.simplified();
+    std::fprintf(stderr, "%s: %s\n", qUtf8Printable(prefix), qUtf8Printable(line));
 }
 
-int Tour(QTextStream &out)
+int Dispatch(const QStringList &args, TOutput &out)
 {
-    TNCustomDBStructure built;
-    BuildShop(built);
-    QStringList text;
-    built.SaveToStrings(text);
-
-    TNCustomDBStructure loaded;
-    loaded.LoadFromStrings(text);
-    QStringList again;
-    loaded.SaveToStrings(again);
-
-    out << "A shop model built in code, saved as model text, loaded back and saved again:\n\n";
-    for (const QString &line : again)
-        out << line << '\n';
-    out << "\nThe two texts are " << (text == again ? "identical" : "DIFFERENT") << ".\n";
-    return text == again ? 0 : 1;
+    if (args.isEmpty()) {
+        PrintError(QStringLiteral("vm20"), QStringLiteral("no command given (see vm20 --help)"));
+        return ExitUsage;
+    }
+    const QString name = args.constFirst();
+    if (name == QLatin1String("--help") || name == QLatin1String("-h") || name == QLatin1String("help")) {
+        out.Line(GeneralHelp());
+        return ExitOk;
+    }
+    const TCommand *command = nullptr;
+    for (const TCommand &candidate : Commands)
+        if (name == QLatin1String(candidate.Name))
+            command = &candidate;
+    if (!command) {
+        PrintError(QStringLiteral("vm20"), QStringLiteral("unknown command '%1' (see vm20 --help)").arg(name));
+        return ExitUsage;
+    }
+    const QString prefix = QStringLiteral("vm20 ") + name;
+    try {
+        return command->Run(args.mid(1), out);
+    } catch (const EUsageError &e) {
+        out.Flush();
+        PrintError(prefix, e.Message() + QStringLiteral(" (see vm20 %1 --help)").arg(name));
+        return ExitUsage;
+    } catch (const Exception &e) {
+        out.Flush();
+        PrintError(prefix, e.Message());
+        return ExitError;
+    } catch (const std::exception &e) {
+        out.Flush();
+        PrintError(prefix, QString::fromLocal8Bit(e.what()));
+        return ExitError;
+    }
 }
 
 } // namespace
+} // namespace vm20::cli
 
 int main(int argc, char *argv[])
 {
     QCoreApplication app(argc, argv);
-    QTextStream out(stdout);
-    QTextStream err(stderr);
-    const QStringList args = app.arguments();
-    if (args.size() == 2 && args[1] == QLatin1String("tour")) {
-        try {
-            return Tour(out);
-        } catch (const std::exception &e) {
-            err << e.what() << '\n';
-            return 1;
-        }
-    }
-    err << "usage: vm20 tour\n";
-    return 2;
+    QCoreApplication::setApplicationName(QStringLiteral("vm20"));
+    vm20::cli::TOutput out;
+    return vm20::cli::Dispatch(QCoreApplication::arguments().mid(1), out);
 }

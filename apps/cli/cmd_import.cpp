@@ -1,0 +1,39 @@
+// vm20 import: a model built from what a database describes of itself.
+#include "cli.h"
+#include "database.h"
+#include "options.h"
+#include "output.h"
+
+#include "model/dbstructure.h"
+#include "model/dmxmlformat.h"
+#include "providers/sqldbinfo.h"
+
+namespace vm20::cli {
+
+int RunImport(const QStringList &args, TOutput &out)
+{
+    TCommandOptions options(
+        QStringLiteral("import"), QStringLiteral("--db URL [--xml]"),
+        QStringLiteral("Builds a model from a database (tables, typed columns, the links its foreign\n"
+                       "keys describe) and prints it as model text, or as XML with --xml."));
+    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), QStringLiteral("The database: sqlite:PATH."));
+    options.AddFlag(QStringLiteral("xml"), QStringLiteral("Print the model as XML."));
+    if (!options.Parse(args, out))
+        return ExitOk;
+
+    TDatabase database(options.Required(QStringLiteral("db")));
+    TNSqlDBInfo info(database.Get());
+    TNDBStructure model;
+    model.SetDatabaseInfo(&info);
+    model.RetriveDataModelInfo();
+    model.SetDatabaseInfo(nullptr);
+    QStringList lines;
+    if (options.IsSet(QStringLiteral("xml")))
+        SaveDMToXml(model, lines);
+    else
+        model.SaveToStrings(lines);
+    out.Lines(lines);
+    return ExitOk;
+}
+
+} // namespace vm20::cli

@@ -1,0 +1,172 @@
+// vm20 tour: the library's main job on the sample shop database, shown step
+// by step with the commands that repeat each step.
+#include "cli.h"
+#include "database.h"
+#include "execute.h"
+#include "inputs.h"
+#include "options.h"
+#include "output.h"
+
+#include "model/dbstructure.h"
+#include "providers/sqldbinfo.h"
+#include "query/query.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace vm20::cli {
+
+namespace {
+
+constexpr int ImportLinesShown = 14;
+constexpr int RowsShown = 5;
+
+// The sample queries the tour shows, in this order.
+const char *const TourQueries[] = {
+    "customers_by_country.vmq",
+    "big_orders_not_shipped.vmq",
+    "top_customers.vmq",
+    "orders_by_status.vmq",
+};
+
+struct TTourPaths
+{
+    QString Examples;   // the examples folder
+    QString Url;        // the sample database
+    // How a path is shown: relative to the working folder when below it.
+    QString Shown(const QString &path) const
+    {
+        const QString relative = QDir::current().relativeFilePath(path);
+        return relative.startsWith(QStringLiteral("..")) ? QDir::cleanPath(path) : relative;
+    }
+};
+
+void Heading(TOutput &out, const QString &title)
+{
+    out.Line();
+    out.Line(title);
+    out.Line(QString(title.size(), QLatin1Char('-')));
+}
+
+void Indented(TOutput &out, const QStringList &lines, const QString &indent = QStringLiteral("    "))
+{
+    for (const QString &line : lines)
+        for (const QString &piece : UnixLineBreaks(line).split(QLatin1Char('\n')))
+            out.Line(piece.isEmpty() ? QString() : indent + piece);
+}
+
+void ShowImport(const TTourPaths &paths, TOutput &out)
+{
+    Heading(out, QStringLiteral("1. Import the model of the sample database"));
+    out.Line(QStringLiteral("$ vm20 import --db %1").arg(paths.Url));
+    TDatabase database(paths.Url);
+    TNSqlDBInfo info(database.Get());
+    TNDBStructure model;
+    model.SetDatabaseInfo(&info);
+    model.RetriveDataModelInfo();
+    model.SetDatabaseInfo(nullptr);
+    QStringList lines;
+    model.SaveToStrings(lines);
+    Indented(out, lines.mid(0, ImportLinesShown));
+    out.Line(QStringLiteral("    ... %1 more lines: %2 tables, %3 fields, %4 links, one group per table")
+                 .arg(lines.size() - ImportLinesShown)
+                 .arg(model.GetTableCount())
+                 .arg(model.GetFieldCount())
+                 .arg(model.GetLinkCount()));
+}
+
+void ShowModel(const TNCustomDBStructure &model, const QString &modelPath, TOutput &out)
+{
+    Heading(out, QStringLiteral("2. The curated model: captions, groups, calculated fields, conditions"));
+    out.Line(QStringLiteral("%1 (also as XML beside it), main table %2")
+                 .arg(modelPath, model.DefaultMainTable() ? model.DefaultMainTable()->DisplayName()
+                                                          : QStringLiteral("none")));
+    QStringList tables;
+    for (int i = 0; i < model.GetTableCount(); ++i)
+        tables << QStringLiteral("%1 (%2)").arg(model.GetTable(i)->DisplayName(),
+                                                model.GetTable(i)->TableName());
+    out.Line(QStringLiteral("  Tables: ") + tables.join(QStringLiteral(", ")));
+    const auto captions = [](const TDSFieldGroup &group) {
+        QStringList names;
+        for (const TDSField *field : group.Fields())
+            names << field->DisplayName();
+        return names.join(QStringLiteral(", "));
+    };
+    out.Line(QStringLiteral("  Fields:"));
+    if (model.RootGroup().Count() > 0)
+        out.Line(QStringLiteral("    (top level): ") + captions(model.RootGroup()));
+    for (int i = 0; i < model.FieldGroups().Count(); ++i) {
+        const TDSFieldGroup &group = *model.FieldGroups().Items(i);
+        out.Line(QStringLiteral("    %1: %2").arg(group.GroupName(), captions(group)));
+    }
+    QStringList conditions;
+    model.GetConditionCaptions(conditions);
+    out.Line(QStringLiteral("  Predefined conditions: ") + conditions.join(QStringLiteral("; ")));
+}
+
+void ShowQuery(TNCustomDBStructure &model, QSqlDatabase &database, const TTourPaths &paths,
+               const QString &file, int number, TOutput &out)
+{
+    TNQuery query;
+    PrepareQuery(query, model);
+    LoadQueryInput(query, file);
+    const QString title = query.Description().join(QLatin1Char(' ')).trimmed();
+    Heading(out, QStringLiteral("3.%1 %2").arg(number).arg(title.isEmpty() ? query.QueryName() : title));
+    const QString common = QStringLiteral("--model %1 --query %2")
+                               .arg(paths.Shown(paths.Examples + QStringLiteral("/shop.model")),
+                                    paths.Shown(file));
+    out.Line(QStringLiteral("$ vm20 text ") + common);
+    Indented(out, {query.GetQueryText()});
+    query.BuildQuery();
+    out.Line(QStringLiteral("$ vm20 sql ") + common);
+    Indented(out, query.GetSQL());
+    out.Line(QStringLiteral("$ vm20 run %1 --formats %2 --db %3 --max-rows %4")
+                 .arg(common, paths.Shown(paths.Examples + QStringLiteral("/sqlite.formats")), paths.Url)
+                 .arg(RowsShown));
+    PrintRows(ExecuteQuery(database, query, RowsShown), rfTable, out);
+}
+
+} // namespace
+
+int RunTour(const QStringList &args, TOutput &out)
+{
+    TCommandOptions options(
+        QStringLiteral("tour"), QStringLiteral("[--examples DIR] [--db URL]"),
+        QStringLiteral("Shows what vm20 does on the sample shop database: imports its model, shows\n"
+                       "the curated model, and builds, prints and runs some of the sample queries."));
+    options.AddValue(QStringLiteral("examples"), QStringLiteral("dir"),
+                     QStringLiteral("The examples folder (shop.model, sqlite.formats, queries/)."));
+    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), QStringLiteral("The sample database."));
+    if (!options.Parse(args, out))
+        return ExitOk;
+    TTourPaths paths;
+    paths.Examples = options.IsSet(QStringLiteral("examples")) ? options.Value(QStringLiteral("examples"))
+                                                               : QStringLiteral(VM20_EXAMPLES_DIR);
+    paths.Url = options.IsSet(QStringLiteral("db"))
+                    ? options.Value(QStringLiteral("db"))
+                    : QStringLiteral("sqlite:") + paths.Shown(QStringLiteral(VM20_SAMPLE_DB));
+
+    out.Line(QStringLiteral("vm20 builds SQL SELECT statements from a data model and a query that"));
+    out.Line(QStringLiteral("reads like sentences. This tour runs it on the sample shop database."));
+    ShowImport(paths, out);
+
+    TNDBStructure model;
+    const QString modelPath = paths.Examples + QStringLiteral("/shop.model");
+    LoadModelFile(model, modelPath);
+    LoadFormatsFile(model, paths.Examples + QStringLiteral("/sqlite.formats"));
+    ShowModel(model, paths.Shown(modelPath), out);
+
+    out.Line();
+    out.Line(QStringLiteral("3. Sample queries: conditions as text, the SQL built, the first rows"));
+    TDatabase database(paths.Url);
+    int number = 0;
+    for (const char *name : TourQueries)
+        ShowQuery(model, database.Get(), paths,
+                  paths.Examples + QStringLiteral("/queries/") + QLatin1String(name), ++number, out);
+    out.Line();
+    out.Line(QStringLiteral("More sample queries: %1/*.vmq; 'vm20 --help' lists the commands.")
+                 .arg(paths.Shown(paths.Examples + QStringLiteral("/queries"))));
+    return ExitOk;
+}
+
+} // namespace vm20::cli

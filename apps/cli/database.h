@@ -1,0 +1,24 @@
+#pragma once
+// A database the command opens from a URL ("sqlite:PATH"), closed again when
+// the command is done with it.
+#include <QSqlDatabase>
+#include <QString>
+
+namespace vm20::cli {
+
+class TDatabase
+{
+public:
+    // Opens read-only: the command never changes a database.
+    explicit TDatabase(const QString &url);
+    ~TDatabase();
+    TDatabase(const TDatabase &) = delete;
+    TDatabase &operator=(const TDatabase &) = delete;
+
+    QSqlDatabase &Get() { return FDatabase; }
+
+private:
+    QSqlDatabase FDatabase;
+};
+
+} // namespace vm20::cli
