@@ -1,0 +1,118 @@
+// The commands on the sample files, compared as whole outputs with the
+// golden files in tests/e2e/golden. After an intended change of output, run
+// the tests with VM20_UPDATE_GOLDEN=1 and review the difference in git.
+#include "clirunner.h"
+
+#include <gtest/gtest.h>
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace e2e {
+namespace {
+
+struct TGoldenCase
+{
+    const char *Name;       // golden file tests/e2e/golden/<Name>.txt
+    QStringList Args;       // "@examples" and "@db" are filled in
+    const char *InputFile;  // fed to standard input when set (below examples/)
+};
+
+QStringList Expand(const QStringList &args)
+{
+    QStringList result;
+    for (QString arg : args)
+        result << arg.replace(QStringLiteral("@examples"), Examples()).replace(QStringLiteral("@db"), SampleDbUrl());
+    return result;
+}
+
+QString GoldenPath(const char *name)
+{
+    return QStringLiteral(VM20_SOURCE_DIR "/tests/e2e/golden/%1.txt").arg(QLatin1String(name));
+}
+
+const QString M = QStringLiteral("@examples/shop.model");
+const QString F = QStringLiteral("@examples/sqlite.formats");
+QString Q(const char *name)
+{
+    return QStringLiteral("@examples/queries/%1.vmq").arg(QLatin1String(name));
+}
+
+TEST(Vm20Commands, PrintWhatTheGoldenFilesHold)
+{
+    const TGoldenCase cases[] = {
+        {"sql_brackets", {"sql", "--model", M, "--query", Q("brackets")}, nullptr},
+        {"sql_brackets_sql1", {"sql", "--model", M, "--query", Q("brackets"), "--syntax", "sql1"}, nullptr},
+        {"sql_brackets_oracle_bracketed",
+         {"sql", "--model", M, "--query", Q("brackets"), "--syntax", "oracle", "--options", "48"}, nullptr},
+        {"sql_brackets_access_bracketed",
+         {"sql", "--model", M, "--query", Q("brackets"), "--syntax", "access", "--options", "122"}, nullptr},
+        {"sql_top_customers_top_limit",
+         {"sql", "--model", M, "--query", Q("top_customers"), "--top", "10", "--limit", "10"}, nullptr},
+        {"sql_having_from_stdin", {"sql", "--model", M}, "queries/big_orders_not_shipped.vmq"},
+        {"sql_parameters_with_formats", {"sql", "--model", M, "--formats", F, "--query", Q("orders_in_period")}, nullptr},
+        {"sql_on_xml_model", {"sql", "--model", "@examples/shop.xml", "--query", Q("customers_by_country")}, nullptr},
+        {"text_brackets", {"text", "--model", M, "--query", Q("brackets")}, nullptr},
+        {"text_names_with_accents", {"text", "--model", M, "--query", Q("names_with_accents")}, nullptr},
+        {"parse_statement", {"parse", "--model", M}, "../tests/e2e/golden/sql_brackets.txt"},
+        {"import_text", {"import", "--db", "@db"}, nullptr},
+        {"run_table", {"run", "--model", M, "--formats", F, "--query", Q("orders_by_status"), "--db", "@db"}, nullptr},
+        {"run_csv_first_rows",
+         {"run", "--model", M, "--formats", F, "--query", Q("names_with_accents"), "--db", "@db", "--format", "csv",
+          "--max-rows", "6"}, nullptr},
+        {"run_json_with_parameters",
+         {"run", "--model", M, "--formats", F, "--query", Q("orders_in_period"), "--db", "@db", "--format", "json",
+          "--param", "company_name=O'Brien", "--max-rows", "4"}, nullptr},
+    };
+    const bool update = qEnvironmentVariableIsSet("VM20_UPDATE_GOLDEN");
+    for (const TGoldenCase &c : cases) {
+        SCOPED_TRACE(c.Name);
+        const QByteArray input = c.InputFile ? ReadFile(Examples(QLatin1String(c.InputFile))).toUtf8() : QByteArray();
+        const TRun run = RunVm20(Expand(c.Args), input);
+        EXPECT_EQ(run.ExitCode, 0) << run.Err.toStdString();
+        EXPECT_EQ(run.Err, QString());
+        if (update)
+            WriteFile(GoldenPath(c.Name), run.Out);
+        else
+            EXPECT_EQ(run.Out, ReadFile(GoldenPath(c.Name)));
+    }
+}
+
+TEST(Vm20Commands, OutputHasNoCarriageReturns)
+{
+    const TRun run = RunVm20(Expand({"sql", "--model", M, "--query", Q("brackets"), "--options", "16"}));
+    ASSERT_EQ(run.ExitCode, 0) << run.Err.toStdString();
+    EXPECT_FALSE(run.Out.contains(QLatin1Char('\r')));
+    EXPECT_TRUE(run.Out.endsWith(QLatin1Char('\n')));
+}
+
+// Every sample query read back from its own statement builds that statement
+// again.
+TEST(Vm20Commands, SampleStatementsSurviveParseAndBuild)
+{
+    const QStringList files = QDir(Examples(QStringLiteral("queries"))).entryList({QStringLiteral("*.vmq")});
+    ASSERT_GE(files.size(), 12);
+    for (const QString &file : files) {
+        SCOPED_TRACE(file.toStdString());
+        const TRun sql = RunVm20(Expand({"sql", "--model", M, "--query", Examples(QStringLiteral("queries/")) + file}));
+        ASSERT_EQ(sql.ExitCode, 0) << sql.Err.toStdString();
+        const TRun parsed = RunVm20(Expand({"parse", "--model", M}), sql.Out.toUtf8());
+        ASSERT_EQ(parsed.ExitCode, 0) << parsed.Err.toStdString();
+        const TRun again = RunVm20(Expand({"sql", "--model", M}), parsed.Out.toUtf8());
+        ASSERT_EQ(again.ExitCode, 0) << again.Err.toStdString();
+        EXPECT_EQ(again.Out, sql.Out);
+    }
+}
+
+TEST(Vm20Tour, WalksThroughImportModelAndQueries)
+{
+    const TRun run = RunVm20({QStringLiteral("tour"), QStringLiteral("--examples"), Examples(), QStringLiteral("--db"),
+                              SampleDbUrl()});
+    ASSERT_EQ(run.ExitCode, 0) << run.Err.toStdString();
+    for (const char *part : {"1. Import the model", "[Main]", "2. The curated model", "Predefined conditions",
+                             "3.1 ", "3.4 ", "SELECT", "rows)"})
+        EXPECT_TRUE(run.Out.contains(QLatin1String(part))) << part;
+}
+
+} // namespace
+} // namespace e2e
