@@ -28,6 +28,8 @@ int RunRun(const QStringList &args, TOutput &out)
                      QStringLiteral("A value for a parameter of the query; may be repeated."));
     options.AddValue(QStringLiteral("options"), QStringLiteral("n"),
                      QStringLiteral("SQL options as their integer form (see vm20 sql --help)."));
+    options.AddValue(QStringLiteral("top"), QStringLiteral("text"), QStringLiteral("A TOP clause."));
+    options.AddValue(QStringLiteral("limit"), QStringLiteral("text"), QStringLiteral("A LIMIT clause."));
     if (!options.Parse(args, out))
         return ExitOk;
     static const QStringList formats{QStringLiteral("table"), QStringLiteral("csv"), QStringLiteral("json")};
@@ -44,6 +46,8 @@ int RunRun(const QStringList &args, TOutput &out)
     LoadQueryInput(query, options.Value(QStringLiteral("query")));
     if (sqlOptions >= 0)
         query.SetSQLOptions(IntToSQLOptions(sqlOptions));
+    query.SetSQLTopClause(options.Value(QStringLiteral("top")));
+    query.SetSQLLimitClause(options.Value(QStringLiteral("limit")));
     SetParameterValues(query, options.Values(QStringLiteral("param")));
     query.BuildQuery();
 

@@ -21,8 +21,8 @@ int RunSql(const QStringList &args, TOutput &out)
     options.AddValue(QStringLiteral("syntax"), QStringLiteral("name"),
                      QStringLiteral("SQL dialect: sql1, sql2 (default), oracle, access or nexusdb."));
     options.AddValue(QStringLiteral("options"), QStringLiteral("n"),
-                     QStringLiteral("SQL options as their integer form: 2 DISTINCT, 8 quoted aliases,\n"
-                                    "16 bracketed joins, 32 bracketed conditions, 64 sort by names."));
+                     QStringLiteral("SQL options as their integer form: the sum of "
+                                    "2 DISTINCT, 8 quoted aliases, 16 bracketed joins, 32 bracketed conditions, 64 sort by names."));
     options.AddValue(QStringLiteral("top"), QStringLiteral("text"), QStringLiteral("A TOP clause."));
     options.AddValue(QStringLiteral("limit"), QStringLiteral("text"), QStringLiteral("A LIMIT clause."));
     if (!options.Parse(args, out))

@@ -21,12 +21,18 @@ namespace {
 constexpr int ImportLinesShown = 14;
 constexpr int RowsShown = 5;
 
-// The sample queries the tour shows, in this order.
-const char *const TourQueries[] = {
-    "customers_by_country.vmq",
-    "big_orders_not_shipped.vmq",
-    "top_customers.vmq",
-    "orders_by_status.vmq",
+// The sample queries the tour shows, in this order, with a LIMIT clause
+// where one suits.
+struct TTourQuery
+{
+    const char *File;
+    const char *Limit;
+};
+const TTourQuery TourQueries[] = {
+    {"customers_by_country.vmq", ""},
+    {"big_orders_not_shipped.vmq", ""},
+    {"top_customers.vmq", "10"},
+    {"brackets.vmq", ""},
 };
 
 struct TTourPaths
@@ -48,11 +54,13 @@ void Heading(TOutput &out, const QString &title)
     out.Line(QString(title.size(), QLatin1Char('-')));
 }
 
-void Indented(TOutput &out, const QStringList &lines, const QString &indent = QStringLiteral("    "))
+const QString Indent = QStringLiteral("    ");
+
+void Indented(TOutput &out, const QStringList &lines)
 {
-    for (const QString &line : lines)
-        for (const QString &piece : UnixLineBreaks(line).split(QLatin1Char('\n')))
-            out.Line(piece.isEmpty() ? QString() : indent + piece);
+    out.SetIndent(Indent);
+    out.Lines(lines);
+    out.SetIndent(QString());
 }
 
 void ShowImport(const TTourPaths &paths, TOutput &out)
@@ -105,8 +113,9 @@ void ShowModel(const TNCustomDBStructure &model, const QString &modelPath, TOutp
 }
 
 void ShowQuery(TNCustomDBStructure &model, QSqlDatabase &database, const TTourPaths &paths,
-               const QString &file, int number, TOutput &out)
+               const TTourQuery &sample, int number, TOutput &out)
 {
+    const QString file = paths.Examples + QStringLiteral("/queries/") + QLatin1String(sample.File);
     TNQuery query;
     PrepareQuery(query, model);
     LoadQueryInput(query, file);
@@ -117,13 +126,20 @@ void ShowQuery(TNCustomDBStructure &model, QSqlDatabase &database, const TTourPa
                                     paths.Shown(file));
     out.Line(QStringLiteral("$ vm20 text ") + common);
     Indented(out, {query.GetQueryText()});
+    QString limit;
+    if (*sample.Limit) {
+        query.SetSQLLimitClause(QLatin1String(sample.Limit));
+        limit = QStringLiteral(" --limit ") + QLatin1String(sample.Limit);
+    }
     query.BuildQuery();
-    out.Line(QStringLiteral("$ vm20 sql ") + common);
+    out.Line(QStringLiteral("$ vm20 sql ") + common + limit);
     Indented(out, query.GetSQL());
     out.Line(QStringLiteral("$ vm20 run %1 --formats %2 --db %3 --max-rows %4")
-                 .arg(common, paths.Shown(paths.Examples + QStringLiteral("/sqlite.formats")), paths.Url)
+                 .arg(common + limit, paths.Shown(paths.Examples + QStringLiteral("/sqlite.formats")), paths.Url)
                  .arg(RowsShown));
+    out.SetIndent(Indent);
     PrintRows(ExecuteQuery(database, query, RowsShown), rfTable, out);
+    out.SetIndent(QString());
 }
 
 } // namespace
@@ -160,9 +176,8 @@ int RunTour(const QStringList &args, TOutput &out)
     out.Line(QStringLiteral("3. Sample queries: conditions as text, the SQL built, the first rows"));
     TDatabase database(paths.Url);
     int number = 0;
-    for (const char *name : TourQueries)
-        ShowQuery(model, database.Get(), paths,
-                  paths.Examples + QStringLiteral("/queries/") + QLatin1String(name), ++number, out);
+    for (const TTourQuery &sample : TourQueries)
+        ShowQuery(model, database.Get(), paths, sample, ++number, out);
     out.Line();
     out.Line(QStringLiteral("More sample queries: %1/*.vmq; 'vm20 --help' lists the commands.")
                  .arg(paths.Shown(paths.Examples + QStringLiteral("/queries"))));

@@ -3,6 +3,7 @@
 #include "model/dbstructure.h"
 #include "model/dmxmlformat.h"
 #include "query/query.h"
+#include "support/exception.h"
 #include "support/nstrings.h"
 
 #include <QFile>

@@ -28,7 +28,7 @@ QString GeneralHelp()
                                   "Builds SQL SELECT statements from a data model and query files.\n\n"
                                   "Commands:\n");
     for (const TCommand &command : Commands)
-        text += QStringLiteral("  %1%2\n").arg(QLatin1String(command.Name).leftJustified(9),
+        text += QStringLiteral("  %1%2\n").arg(QString::fromLatin1(command.Name).leftJustified(9),
                                                QLatin1String(command.Summary));
     text += QStringLiteral("\n'vm20 COMMAND --help' explains a command's options.");
     return text;

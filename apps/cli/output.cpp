@@ -1,5 +1,7 @@
 #include "output.h"
 
+#include <QIODevice>
+
 namespace vm20::cli {
 
 QString UnixLineBreaks(const QString &text)
@@ -24,7 +26,12 @@ TOutput::~TOutput()
 
 void TOutput::Line(const QString &text)
 {
-    FStream << UnixLineBreaks(text) << '\n';
+    if (FIndent.isEmpty()) {
+        FStream << UnixLineBreaks(text) << '\n';
+        return;
+    }
+    for (const QString &line : UnixLineBreaks(text).split(QLatin1Char('\n')))
+        FStream << (line.isEmpty() ? QString() : FIndent + line) << '\n';
 }
 
 void TOutput::Lines(const QStringList &lines)

@@ -21,9 +21,12 @@ public:
     void Line(const QString &text = QString());
     void Lines(const QStringList &lines);
     void Flush();
+    // Put before every non-empty line from now on.
+    void SetIndent(const QString &indent) { FIndent = indent; }
 
 private:
     QTextStream FStream;
+    QString FIndent;
 };
 
 // CR LF and lone CR as LF.

@@ -29,11 +29,20 @@ bool IsNumber(const QVariant &value)
     }
 }
 
+// Sums of money come back with binary noise in the last digits; 15
+// significant digits are what a double holds exactly.
+QString ValueText(const QVariant &value)
+{
+    if (value.typeId() == QMetaType::Double)
+        return QString::number(value.toDouble(), 'g', 15);
+    return value.toString();
+}
+
 QString CellText(const QVariant &value)
 {
     if (value.isNull())
         return QStringLiteral("NULL");
-    QString text = value.toString();
+    QString text = ValueText(value);
     text.replace(QLatin1Char('\n'), QLatin1Char(' ')).replace(QLatin1Char('\r'), QLatin1Char(' '));
     if (text.size() > MaxCellWidth)
         text = text.left(MaxCellWidth - 3) + QStringLiteral("...");
@@ -85,7 +94,7 @@ QString CsvField(const QVariant &value)
 {
     if (value.isNull())
         return QString();
-    QString text = value.toString();
+    QString text = ValueText(value);
     if (text.contains(QLatin1Char(',')) || text.contains(QLatin1Char('"')) || text.contains(QLatin1Char('\n'))
         || text.contains(QLatin1Char('\r')))
         text = QLatin1Char('"') + text.replace(QLatin1Char('"'), QStringLiteral("\"\"")) + QLatin1Char('"');
@@ -120,7 +129,9 @@ void PrintJson(const TRowSet &rows, TOutput &out)
     for (int r = 0; r < rows.Rows.size(); ++r) {
         QJsonArray values;
         for (const QVariant &value : rows.Rows[r])
-            values.append(value.isNull() ? QJsonValue() : QJsonValue::fromVariant(value));
+            values.append(value.isNull()                          ? QJsonValue()
+                          : value.typeId() == QMetaType::Double ? QJsonValue(ValueText(value).toDouble())
+                                                                : QJsonValue::fromVariant(value));
         out.Line(QStringLiteral("  ") + JsonText(values)
                  + (r + 1 < rows.Rows.size() ? QStringLiteral(",") : QString()));
     }

@@ -10,6 +10,7 @@
 #include "support/exception.h"
 
 #include <QCoreApplication>
+#include <QDate>
 #include <QDir>
 
 #include <cstdio>
@@ -91,9 +92,13 @@ private:
     TNCustomDBStructure &FModel;
 };
 
-QString Day(int year, int month, int day)
+// A date value is stored as a day count; its caption is what a date editor
+// would show (ISO here, so that the files do not depend on the locale).
+void SetDate(TFilterCond *cond, int index, int year, int month, int day, bool endOfDay = false)
 {
-    return VmDateTimeToStr(EncodeDate(year, month, day));
+    const TDateTime value = EncodeDate(year, month, day) + (endOfDay ? EncodeTime(23, 59, 59) : 0.0);
+    cond->SetValue(index, VmDateTimeToStr(value));
+    cond->SetValueCaption(index, QDate(year, month, day).toString(Qt::ISODate));
 }
 
 struct TSampleQuery
@@ -135,9 +140,11 @@ const TSampleQuery SampleQueries[] = {
          m.Column({"Status"}, "", "", stAscending, 1);
          m.Column({"Number of orders"});
          m.Column({"Order total"}, "Total", "ROUND(@1, 2)");
-         m.Cond(m.Root(), "Order date", "Between", Day(2023, 1, 1), Day(2023, 12, 31));
+         TSimpleCond *year = m.Cond(m.Root(), "Order date", "Between");
+         SetDate(year, 1, 2023, 1, 1);
+         SetDate(year, 2, 2023, 12, 31, true);
      }},
-    {"low_stock", "Products running short that are still sold", 0,
+    {"low_stock", "Products running short that are still sold", 2,
      [](const TQueryMaker &m) {
          m.Column({"Product"});
          m.Column({"Category"});
@@ -172,11 +179,11 @@ const TSampleQuery SampleQueries[] = {
          m.Column({"Customer"});
          m.Column({"Sales person"});
          m.Root()->SetLinkType(fltAll);
-         TSimpleCond *period = m.Cond(m.Root(), "Order date", "Between", Day(2023, 3, 1), Day(2023, 3, 31));
+         TSimpleCond *period = m.Cond(m.Root(), "Order date", "Between");
          period->SetValueIsParam(1, true);
          period->SetValueIsParam(2, true);
-         period->GetParam(1)->SetValue(Day(2023, 3, 1));
-         period->GetParam(2)->SetValue(Day(2023, 3, 31));
+         period->GetParam(1)->SetValue(VmDateTimeToStr(EncodeDate(2023, 3, 1)));
+         period->GetParam(2)->SetValue(VmDateTimeToStr(EncodeDate(2023, 3, 31) + EncodeTime(23, 59, 59)));
          TSimpleCond *name = m.Cond(m.Root(), "Customer", "Contains", QStringLiteral("Müller"));
          name->SetValueIsParam(1, true);
          name->GetParam(1)->SetValue(QStringLiteral("Müller"));
@@ -192,27 +199,29 @@ const TSampleQuery SampleQueries[] = {
          m.Cond(any, "Contact person", "Contains", QStringLiteral("Zoë"));
          m.Cond(any, "City", "InList", QStringLiteral("Zürich,Montréal"));
      }},
-    {"sales_by_employee", "Sales people with more than 100 orders, by turnover", 0,
+    {"sales_by_employee", "Sales people with a turnover above 150,000", 0,
      [](const TQueryMaker &m) {
          m.Column({"Sales person"});
          m.Column({"Job title"});
          m.Column({"Number of orders"});
          m.Column({"Order total"}, "Turnover", "ROUND(@1, 2)", stDescending, 1);
-         m.Cond(m.Root(), "Number of orders", "GreaterThan", QStringLiteral("100"));
+         m.Cond(m.Root(), "Order total", "GreaterThan", QStringLiteral("150000"));
      }},
     {"returns_by_reason", "Returned items by reason since 2023", 0,
      [](const TQueryMaker &m) {
          m.Column({"Return reason"}, "", "", stAscending, 1);
          m.Column({"Returned quantity"}, "Items returned", "SUM(@1)");
          m.Column({"Order number"}, "Orders", "COUNT(DISTINCT @1)");
-         m.Cond(m.Root(), "Returned on", "GreaterOrEqual", Day(2023, 1, 1));
+         SetDate(m.Cond(m.Root(), "Returned on", "GreaterOrEqual"), 1, 2023, 1, 1);
      }},
     {"payments_by_method", "Payments of the first half of 2024 by method", 0,
      [](const TQueryMaker &m) {
          m.Column({"Payment method"});
          m.Column({"Amount paid"}, "Payments", "COUNT(@1)");
          m.Column({"Amount paid"}, "Total paid", "ROUND(SUM(@1), 2)", stDescending, 1);
-         m.Cond(m.Root(), "Paid at", "Between", Day(2024, 1, 1), Day(2024, 6, 30));
+         TSimpleCond *half = m.Cond(m.Root(), "Paid at", "Between");
+         SetDate(half, 1, 2024, 1, 1);
+         SetDate(half, 2, 2024, 6, 30, true);
      }},
     {"freight_by_shipper", "Average freight per shipper and country for the orders of 2023", 0,
      [](const TQueryMaker &m) {
