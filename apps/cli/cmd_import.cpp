@@ -6,7 +6,6 @@
 
 #include "model/dbstructure.h"
 #include "model/dmxmlformat.h"
-#include "providers/sqldbinfo.h"
 
 namespace vm20::cli {
 
@@ -22,11 +21,8 @@ int RunImport(const QStringList &args, TOutput &out)
         return ExitOk;
 
     TDatabase database(options.Required(QStringLiteral("db")));
-    TNSqlDBInfo info(database.Get());
     TNDBStructure model;
-    model.SetDatabaseInfo(&info);
-    model.RetriveDataModelInfo();
-    model.SetDatabaseInfo(nullptr);
+    ImportModel(database, model);
     QStringList lines;
     if (options.IsSet(QStringLiteral("xml")))
         SaveDMToXml(model, lines);

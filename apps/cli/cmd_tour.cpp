@@ -8,11 +8,9 @@
 #include "output.h"
 
 #include "model/dbstructure.h"
-#include "providers/sqldbinfo.h"
 #include "query/query.h"
 
 #include <QDir>
-#include <QFileInfo>
 
 namespace vm20::cli {
 
@@ -68,11 +66,8 @@ void ShowImport(const TTourPaths &paths, TOutput &out)
     Heading(out, QStringLiteral("1. Import the model of the sample database"));
     out.Line(QStringLiteral("$ vm20 import --db %1").arg(paths.Url));
     TDatabase database(paths.Url);
-    TNSqlDBInfo info(database.Get());
     TNDBStructure model;
-    model.SetDatabaseInfo(&info);
-    model.RetriveDataModelInfo();
-    model.SetDatabaseInfo(nullptr);
+    ImportModel(database, model);
     QStringList lines;
     model.SaveToStrings(lines);
     Indented(out, lines.mid(0, ImportLinesShown));

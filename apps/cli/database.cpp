@@ -1,6 +1,8 @@
 #include "database.h"
 
+#include "model/dbstructure.h"
 #include "providers/dburl.h"
+#include "providers/sqldbinfo.h"
 #include "support/exception.h"
 
 #include <QSqlError>
@@ -26,6 +28,19 @@ TDatabase::TDatabase(const QString &url) : FDatabase(OpenDatabaseUrl(url, true))
 TDatabase::~TDatabase()
 {
     CloseDatabase(FDatabase);
+}
+
+void ImportModel(TDatabase &database, TNCustomDBStructure &model)
+{
+    TNSqlDBInfo info(database.Get());
+    model.SetDatabaseInfo(&info);
+    try {
+        model.RetriveDataModelInfo();
+    } catch (...) {
+        model.SetDatabaseInfo(nullptr);
+        throw;
+    }
+    model.SetDatabaseInfo(nullptr);
 }
 
 } // namespace vm20::cli

@@ -4,6 +4,10 @@
 #include <QSqlDatabase>
 #include <QString>
 
+namespace vm20 {
+class TNCustomDBStructure;
+}
+
 namespace vm20::cli {
 
 class TDatabase
@@ -20,5 +24,10 @@ public:
 private:
     QSqlDatabase FDatabase;
 };
+
+// Rebuilds `model` from what the database describes of itself: its tables,
+// typed columns and the links of its foreign keys. The model keeps no tie to
+// the database afterwards.
+void ImportModel(TDatabase &database, TNCustomDBStructure &model);
 
 } // namespace vm20::cli

@@ -78,14 +78,6 @@ TEST(Vm20Commands, PrintWhatTheGoldenFilesHold)
     }
 }
 
-TEST(Vm20Commands, OutputHasNoCarriageReturns)
-{
-    const TRun run = RunVm20(Expand({"sql", "--model", M, "--query", Q("brackets"), "--options", "16"}));
-    ASSERT_EQ(run.ExitCode, 0) << run.Err.toStdString();
-    EXPECT_FALSE(run.Out.contains(QLatin1Char('\r')));
-    EXPECT_TRUE(run.Out.endsWith(QLatin1Char('\n')));
-}
-
 // Every sample query read back from its own statement builds that statement
 // again.
 TEST(Vm20Commands, SampleStatementsSurviveParseAndBuild)
