@@ -34,7 +34,7 @@ protected:
         WriteFile(dir.filePath(QStringLiteral("broken.vmq")),
                   QStringLiteral("[Main]\nQueryName=x\nVersion=3.6\n\n[Row]\nEnabled=1\nRowType=1\n"
                                  "LinkType=0\nRowCount=1\n\n[Row1.]\nRowType=zero\n\n"));
-        WriteFile(dir.filePath(QStringLiteral("bad.sql")), QStringLiteral("SELECT FROM WHERE (((\n"));
+        WriteFile(dir.filePath(QStringLiteral("bad.sql")), QStringLiteral("SELECT a FROM t WHERE (x = 1\n"));
         WriteFile(dir.filePath(QStringLiteral("bad.formats")), QStringLiteral("Date=yyyy\nColour=blue\n"));
         WriteFile(dir.filePath(QStringLiteral("notadb.sqlite")), QStringLiteral("this is not a database file\n"));
     }
