@@ -65,10 +65,16 @@ QString BareName(const TNCustomDBStructure &model, const TResultField &column,
     return parsedCaption;
 }
 
+TNCustomDBStructure &ModelOf(const TNQuery &query)
+{
+    query.CheckIfDBStructAssigned();
+    return *query.DBStruct();
+}
+
 } // namespace
 
 TSQLLoader::TSQLLoader(TNQuery &query)
-    : FQuery(query), FModel((query.CheckIfDBStructAssigned(), *query.DBStruct()))
+    : FQuery(query), FModel(ModelOf(query))
 {
     const QChar quote1 = FModel.SQLFormats().QuoteSymbol1();
     const QChar quote2 = FModel.SQLFormats().QuoteSymbol2();
