@@ -25,7 +25,8 @@ int RunRun(const QStringList &args, TOutput &out)
     options.AddValue(QStringLiteral("max-rows"), QStringLiteral("n"),
                      QStringLiteral("Print at most n rows (all by default)."));
     options.AddValue(QStringLiteral("param"), QStringLiteral("name=value"),
-                     QStringLiteral("A value for a parameter of the query; may be repeated."));
+                     QStringLiteral("A value for a parameter, named as the statement writes it "
+                                    "after \":\"; may be repeated."));
     options.AddValue(QStringLiteral("options"), QStringLiteral("n"),
                      QStringLiteral("SQL options as their integer form (see vm20 sql --help)."));
     options.AddValue(QStringLiteral("top"), QStringLiteral("text"), QStringLiteral("A TOP clause."));

@@ -9,6 +9,7 @@
 
 #include "model/dbstructure.h"
 #include "query/query.h"
+#include "support/nstrings.h"
 
 #include <QDir>
 
@@ -16,7 +17,6 @@ namespace vm20::cli {
 
 namespace {
 
-constexpr int ImportLinesShown = 14;
 constexpr int RowsShown = 5;
 
 // The sample queries the tour shows, in this order, with a LIMIT clause
@@ -61,6 +61,48 @@ void Indented(TOutput &out, const QStringList &lines)
     out.SetIndent(QString());
 }
 
+// The model text cut into sections: a header line and the lines after it,
+// each section's trailing separator dropped.
+QList<QStringList> Sections(const QStringList &lines)
+{
+    QList<QStringList> sections;
+    for (const QString &line : lines) {
+        if (IsSectionHeader(line) || sections.isEmpty())
+            sections.append(QStringList());
+        if (!line.trimmed().isEmpty())
+            sections.last().append(line);
+    }
+    return sections;
+}
+
+// What shows an import at a glance: the counts, and the table with the most
+// links together with its link sections.
+QStringList ImportExcerpt(const QStringList &lines)
+{
+    const QList<QStringList> sections = Sections(lines);
+    QStringList excerpt = sections.value(0);
+    qsizetype best = -1;
+    qsizetype bestLinks = 0;
+    for (qsizetype i = 0; i < sections.size(); ++i) {
+        if (!sections[i].value(0).startsWith(QStringLiteral("[Table:")))
+            continue;
+        qsizetype links = 0;
+        while (i + links + 1 < sections.size()
+               && sections[i + links + 1].value(0).startsWith(QStringLiteral("[Link:")))
+            ++links;
+        if (links > bestLinks) {
+            best = i;
+            bestLinks = links;
+        }
+    }
+    if (best < 0)
+        return excerpt;
+    excerpt << QStringLiteral("...");
+    for (qsizetype i = best; i <= best + bestLinks; ++i)
+        excerpt << sections[i];
+    return excerpt;
+}
+
 void ShowImport(const TTourPaths &paths, TOutput &out)
 {
     Heading(out, QStringLiteral("1. Import the model of the sample database"));
@@ -70,9 +112,10 @@ void ShowImport(const TTourPaths &paths, TOutput &out)
     ImportModel(database, model);
     QStringList lines;
     model.SaveToStrings(lines);
-    Indented(out, lines.mid(0, ImportLinesShown));
-    out.Line(QStringLiteral("    ... %1 more lines: %2 tables, %3 fields, %4 links, one group per table")
-                 .arg(lines.size() - ImportLinesShown)
+    const QStringList excerpt = ImportExcerpt(lines);
+    Indented(out, excerpt);
+    out.Line(QStringLiteral("    ... %1 lines in all: %2 tables, %3 fields, %4 links, one group per table")
+                 .arg(lines.size())
                  .arg(model.GetTableCount())
                  .arg(model.GetFieldCount())
                  .arg(model.GetLinkCount()));
