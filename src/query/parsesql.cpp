@@ -50,10 +50,21 @@ bool NamedAs(const TResultField &column, const QString &alias)
     return column.Alias() == alias && !(field && SameText(field->FieldName(), alias));
 }
 
+// Whether the alias made from `caption` (blanks become "_") is a name that
+// SQL takes after AS without quotes.
+bool GivesPlainAlias(const QString &caption)
+{
+    QString alias = caption;
+    return IsValidIdent(alias.replace(QLatin1Char(' '), QLatin1Char('_')));
+}
+
 // The caption of a column the statement leaves without alias: its one field's
-// name, else the name the parser gives the expression, without quotes.
+// name, else the name the parser gives the expression, without quotes. A
+// computed column such as count(o.id) would give an alias that is no SQL
+// name, so it is named by the words of its expression instead (count o id),
+// or by its position when those are no name either.
 QString BareName(const TNCustomDBStructure &model, const TResultField &column,
-                 const QString &parsedCaption)
+                 const QString &parsedCaption, int position)
 {
     const TDSFieldList &fields = column.DSFields();
     if (fields.Count() == 1 && fields.Items(0))
@@ -62,7 +73,20 @@ QString BareName(const TNCustomDBStructure &model, const TResultField &column,
     const QChar quote2 = model.SQLFormats().QuoteSymbol2();
     if (parsedCaption.size() >= 2 && parsedCaption.front() == quote1 && parsedCaption.back() == quote2)
         return parsedCaption.mid(1, parsedCaption.size() - 2);
-    return parsedCaption;
+    if (GivesPlainAlias(parsedCaption))
+        return parsedCaption;
+    QStringList words;
+    QString word;
+    for (const QChar c : parsedCaption + QLatin1Char(' ')) {
+        if (c.isLetterOrNumber() || c == QLatin1Char('_')) {
+            word += c;
+        } else if (!word.isEmpty()) {
+            words.append(word);
+            word.clear();
+        }
+    }
+    const QString caption = words.join(QLatin1Char(' '));
+    return GivesPlainAlias(caption) ? caption : QStringLiteral("Column") + QString::number(position);
 }
 
 TNCustomDBStructure &ModelOf(const TNQuery &query)
@@ -166,7 +190,7 @@ void TSQLLoader::LoadResultFields(const TNParserResult &result)
         // the column keeps its name in the rebuilt statement.
         column->GenerateAlias();
         if (!NamedAs(*column, source.Alias())) {
-            column->SetCaption(source.Alias().isEmpty() ? BareName(FModel, *column, source.Caption())
+            column->SetCaption(source.Alias().isEmpty() ? BareName(FModel, *column, source.Caption(), i + 1)
                                                         : source.Alias());
             column->GenerateAlias();
         }

@@ -110,7 +110,8 @@ QString ExtractValue(const TFilterCond &condition, int index)
     if (condition.GetValueCount() < index)
         return text;
     const TFieldType type = condition.GetValueType(index);
-    if (text.isEmpty()) {
+    const bool defaulted = text.isEmpty();
+    if (defaulted) {
         if (IsZeroDefaultType(type))
             text = QStringLiteral("0");
         else if (type == ftBoolean)
@@ -126,7 +127,10 @@ QString ExtractValue(const TFilterCond &condition, int index)
     const auto *simple = dynamic_cast<const TSimpleCond *>(&condition);
     const bool lower = simple && simple->IsCaseInsensitive() && model;
     QStringList items;
-    for (const QString &item : ComposeCommaText(text)) {
+    // The default stands for one item: a date's text may hold blanks, which
+    // comma text would split.
+    const QStringList listItems = defaulted ? QStringList{text} : ComposeCommaText(text);
+    for (const QString &item : listItems) {
         QString literal = quote + ProcessScalarValue(condition, index, item) + quote;
         if (lower)
             literal = model->SQLFormats().LowerFunc() + QLatin1Char('(') + literal + QLatin1Char(')');

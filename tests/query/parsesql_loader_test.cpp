@@ -107,6 +107,12 @@ TEST_F(TSQLLoaderTest, NamesColumnsAsTheStatementDoes)
     EXPECT_EQ(columns, QStringList({"Customer name/Customer_name/1/2", "Town/Town/0/0", "ID/ID/2/1",
                                     "Sum/Sum/0/0"}))
         << "the model's caption when it gives the statement's alias, else the statement's name";
+    Load("select count(*), max(o.ID + 1), 1 + 2 from Orders o");
+    QStringList select;
+    for (const auto &column : query.RFields().Items())
+        select << column->GetSelectExpr();
+    EXPECT_EQ(select, QStringList({"count(*) as count", "max(o.ID + 1)", "1 + 2 as Column3"}))
+        << "a computed column without alias gets an alias that SQL accepts";
     Load("select * from Customers c order by c.City desc");
     EXPECT_TRUE(query.RFields().JustSorting());
     EXPECT_EQ(query.RFields().GetRField(0)->Sorting(), stDescending);

@@ -88,6 +88,8 @@ TEST_F(ValueFormatTest, WritesTheLiteralOfEveryTypeAndKind)
         {__LINE__, ssAccess, &ShopModel::custSince, "Equal", day, {}, true, "c.Since = '15.03.2024'", "as SQL2"},
         {__LINE__, ssSQL2, &ShopModel::custSince, "Equal", "", {}, true, "c.Since = '30.12.1899'",
          "empty date: the zero date"},
+        {__LINE__, ssSQL2, &ShopModel::custSince, "InList", "", {}, true, "c.Since in ('30.12.1899')",
+         "an empty list is one zero date, whatever blanks its text holds"},
         {__LINE__, ssSQL2, &ShopModel::orderShipTime, "Equal", moment, {}, true, "o.ShipTime = '13:45'",
          "the model's time format"},
         {__LINE__, ssSQL2, &ShopModel::orderDate, "Equal", moment, {}, true, "o.OrderDate = '2024-03-15 13:45:30'",
