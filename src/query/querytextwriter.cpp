@@ -10,6 +10,10 @@
 #include "query/valueformat.h"
 #include "support/nstrings.h"
 
+#include <QHash>
+
+#include <functional>
+
 namespace vm20 {
 
 namespace {
@@ -19,7 +23,11 @@ namespace {
 // one allocation each.
 struct TKey
 {
-    explicit TKey(const char *name) : Bare(QLatin1String(name) + QLatin1Char('=')) {}
+    explicit TKey(const char *name) : Bare(QLatin1String(name) + QLatin1Char('='))
+    {
+        for (int i = 0; i < SmallCount; ++i)
+            Small[i] = Bare + QString::number(i);
+    }
     QString operator()(const QString &value) const
     {
         if (value.isEmpty())
@@ -29,8 +37,15 @@ struct TKey
         line.append(Bare).append(value);
         return line;
     }
-    QString operator()(int value) const { return (*this)(QString::number(value)); }
+    // Row types, link types and option sets are small numbers: their lines
+    // are shared too.
+    QString operator()(int value) const
+    {
+        return value >= 0 && value < SmallCount ? Small[value] : (*this)(QString::number(value));
+    }
+    static constexpr int SmallCount = 10;
     QString Bare;
+    QString Small[SmallCount];
 };
 
 // The two lines of a 0/1 key.
@@ -62,9 +77,28 @@ void WriteBracket(const TFilterBracket &bracket, const QString &id, QStringList 
           << linkType(int(bracket.LinkType())) << rowCount(bracket.GetRowCount()) << QString();
 }
 
+// The lines naming a row's field, operator or model condition, one string
+// per model object: thousands of rows use a few dozen of them, and sharing
+// keeps a large query's text compact in memory.
+class TModelLines
+{
+public:
+    const QString &Line(const void *object, const TKey &key, const std::function<QString()> &value)
+    {
+        auto it = FLines.find(object);
+        if (it == FLines.end())
+            it = FLines.insert(object, key(value()));
+        return it.value();
+    }
+
+private:
+    QHash<const void *, QString> FLines;
+};
+
 // Both value slots are written whatever the operator uses, so that a value
 // survives switching to an operator with fewer values and back.
-void WriteCondition(const TFilterCond &condition, const QString &id, QStringList &lines)
+void WriteCondition(const TFilterCond &condition, const QString &id, QStringList &lines,
+                    TModelLines &modelLines)
 {
     static const TKey rowType("RowType"), fieldID("FieldID"), condID("CondID"), op("Operator"),
         subQuery("SubQuery"), subQueryOptions("SubQueryOptions");
@@ -78,13 +112,20 @@ void WriteCondition(const TFilterCond &condition, const QString &id, QStringList
     const auto *custom = dynamic_cast<const TCustomCond *>(&condition);
     lines << SectionLine(id) << rowType(int(condition.RowType())) << enabled(condition.Enabled());
     // 0 is no model ID: a condition without field or model condition.
-    if (simple)
-        lines << fieldID(simple->Field() ? simple->Field()->ID() : 0);
-    else if (custom)
-        lines << condID(custom->Condition() ? custom->Condition()->ID() : 0);
+    if (simple) {
+        const TDSField *field = simple->Field();
+        lines << (field ? modelLines.Line(field, fieldID, [field] { return QString::number(field->ID()); })
+                        : fieldID(0));
+    } else if (custom) {
+        const TDSCondition *model = custom->Condition();
+        lines << (model ? modelLines.Line(model, condID, [model] { return QString::number(model->ID()); })
+                        : condID(0));
+    }
     lines << params[0](condition.GetValueIsParam(1)) << params[1](condition.GetValueIsParam(2));
-    if (simple)
-        lines << op(simple->Operator() ? simple->Operator()->Name() : QString());
+    if (simple) {
+        const TDSOperator *oper = simple->Operator();
+        lines << (oper ? modelLines.Line(oper, op, [oper] { return oper->Name(); }) : op(QString()));
+    }
     QString value1;
     QString value2;
     SaveValues(condition, value1, value2);
@@ -111,6 +152,7 @@ void WriteTree(const TFilterBracket &root, QStringList &lines)
         QString id;
         int next;
     };
+    TModelLines modelLines;
     WriteBracket(root, QString(), lines);
     std::vector<Frame> stack{{&root, QString(), 0}};
     while (!stack.empty()) {
@@ -127,7 +169,7 @@ void WriteTree(const TFilterBracket &root, QStringList &lines)
             WriteBracket(*bracket, id, lines);
             stack.push_back({bracket, std::move(id), 0});
         } else {
-            WriteCondition(static_cast<const TFilterCond &>(*row), id, lines);
+            WriteCondition(static_cast<const TFilterCond &>(*row), id, lines, modelLines);
         }
     }
 }
@@ -159,6 +201,8 @@ void TNQuery::SaveToStrings(QStringList &lines)
     lines << QStringLiteral("[Description]") << FDescription << QString();
     lines << QStringLiteral("[UserData]") << FUserData << QString();
     RFields().SaveToStrings(lines);
+    // A condition writes about fourteen lines.
+    lines.reserve(lines.size() + 14 * qsizetype(GetRowCount()) + 6);
     WriteTree(*FFilter, lines);
 }
 
