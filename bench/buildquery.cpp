@@ -2,6 +2,7 @@
 // linked as a tree, 20 result columns and 10,000 (then 20,000) conditions in
 // nested brackets over 100 of the tables.
 #include "model/dbstructure.h"
+#include "treemodel.h"
 #include "query/query.h"
 
 #include <benchmark/benchmark.h>
@@ -9,6 +10,7 @@
 #include <memory>
 
 using namespace vm20;
+using vm20::bench::AddField;
 
 namespace {
 
@@ -24,36 +26,13 @@ struct BigModel
     std::vector<TDSField *> ids;       // an integer field per table
 };
 
-TDSField *AddField(TNDBStructure &model, TDSTable *table, const QString &column, TFieldType type)
-{
-    auto field = std::make_unique<TDSField>(&model);
-    field->SetFieldName(column);
-    field->SetDisplayName(table->TableName() + QLatin1Char(' ') + column);
-    field->Tables().Add(table);
-    field->SetFieldType(type);
-    TDSField *raw = field.get();
-    model.AddFieldRef(std::move(field));
-    raw->AddAppliedOperators();
-    return raw;
-}
-
 std::unique_ptr<BigModel> MakeModel()
 {
     auto big = std::make_unique<BigModel>();
     TNDBStructure &model = big->model;
     model.BeginUpdate();
     for (int t = 0; t < TableCount; ++t) {
-        TDSTable *table = model.GetTable(model.AddTable(QStringLiteral("Table%1").arg(t), QString()));
-        table->SetTableAlias(QStringLiteral("t%1").arg(t));
-        if (t > 0) {
-            // A tree: every table hangs from the one at half its index.
-            auto link = std::make_unique<TDSLink>(&model);
-            link->SetTable1(model.GetTable((t - 1) / 2));
-            link->SetTable2(table);
-            link->SetFields1({QStringLiteral("ID")});
-            link->SetFields2({QStringLiteral("ParentID")});
-            model.AddLinkByRef(std::move(link));
-        }
+        TDSTable *table = bench::AddTreeTable(model, t, QStringLiteral("t%1").arg(t));
         big->ids.push_back(AddField(model, table, "ID", ftInteger));
         big->names.push_back(AddField(model, table, "Name", ftString));
         big->amounts.push_back(AddField(model, table, "Amount", ftFloat));

@@ -2,6 +2,7 @@
 // conditions in nested brackets over 40 tables, every built-in operator, the
 // statement the library itself writes (about 40 bytes per condition).
 #include "model/dbstructure.h"
+#include "treemodel.h"
 #include "query/query.h"
 
 #include <benchmark/benchmark.h>
@@ -9,6 +10,7 @@
 #include <memory>
 
 using namespace vm20;
+using vm20::bench::AddField;
 
 namespace {
 
@@ -20,35 +22,13 @@ struct BigModel
     std::vector<TDSField *> fields;   // an integer, text, float and date field per table
 };
 
-TDSField *AddField(TNDBStructure &model, TDSTable *table, const QString &column, TFieldType type)
-{
-    auto field = std::make_unique<TDSField>(&model);
-    field->SetFieldName(column);
-    field->SetDisplayName(table->TableName() + QLatin1Char(' ') + column);
-    field->Tables().Add(table);
-    field->SetFieldType(type);
-    TDSField *raw = field.get();
-    model.AddFieldRef(std::move(field));
-    raw->AddAppliedOperators();
-    return raw;
-}
-
 std::unique_ptr<BigModel> MakeModel()
 {
     auto big = std::make_unique<BigModel>();
     TNDBStructure &model = big->model;
     model.BeginUpdate();
     for (int t = 0; t < TableCount; ++t) {
-        TDSTable *table = model.GetTable(model.AddTable(QStringLiteral("Table%1").arg(t), QString()));
-        table->SetTableAlias(QStringLiteral("tab%1").arg(t));
-        if (t > 0) {
-            auto link = std::make_unique<TDSLink>(&model);
-            link->SetTable1(model.GetTable((t - 1) / 2));
-            link->SetTable2(table);
-            link->SetFields1({QStringLiteral("ID")});
-            link->SetFields2({QStringLiteral("ParentID")});
-            model.AddLinkByRef(std::move(link));
-        }
+        TDSTable *table = bench::AddTreeTable(model, t, QStringLiteral("tab%1").arg(t));
         big->fields.push_back(AddField(model, table, "RecordID", ftInteger));
         big->fields.push_back(AddField(model, table, "FullName", ftString));
         big->fields.push_back(AddField(model, table, "TotalAmount", ftFloat));
