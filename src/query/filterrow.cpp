@@ -361,4 +361,23 @@ QStringList TFilterBracket::Labels() const
     return {before, word.isEmpty() ? EmptyLabelText : word, after};
 }
 
+void ForEachEnabledRow(const TFilterBracket &root,
+                       const std::function<void(const TFilterRow &row, int depth)> &visit)
+{
+    std::vector<std::pair<const TFilterBracket *, std::size_t>> stack{{&root, 0}};
+    while (!stack.empty()) {
+        auto &[bracket, next] = stack.back();
+        if (next == bracket->Rows().size()) {
+            stack.pop_back();
+            continue;
+        }
+        const TFilterRow *row = bracket->Rows()[next++].get();
+        if (!row->Enabled())
+            continue;
+        visit(*row, int(stack.size()));
+        if (row->IsBracket())
+            stack.emplace_back(static_cast<const TFilterBracket *>(row), 0);
+    }
+}
+
 } // namespace vm20

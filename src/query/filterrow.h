@@ -8,6 +8,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
 #include <memory>
 #include <vector>
 
@@ -141,5 +142,12 @@ private:
     TFilterLinkType FLinkType;
     std::vector<std::unique_ptr<TFilterRow>> FRows;
 };
+
+// Visits the enabled rows below `root` in display order (pre-order) with
+// their depth, 1 for the root's own rows; the rows of a disabled bracket are
+// left out with it. Trees may nest deeper than the call stack allows, so the
+// walk keeps its own stack.
+void ForEachEnabledRow(const TFilterBracket &root,
+                       const std::function<void(const TFilterRow &row, int depth)> &visit);
 
 } // namespace vm20

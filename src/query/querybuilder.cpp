@@ -95,27 +95,14 @@ void TQueryBuilder::GatherTables()
                 for (TDSTable *table : field->Tables().Tables())
                     UseTable(table);
 
-    // Depth first through enabled brackets, without recursion.
     const TFilterBracket *root = FQuery.Filter();
     if (!root->Enabled())
         return;
-    std::vector<std::pair<const TFilterBracket *, std::size_t>> stack{{root, 0}};
-    while (!stack.empty()) {
-        auto &[bracket, next] = stack.back();
-        if (next == bracket->Rows().size()) {
-            stack.pop_back();
-            continue;
-        }
-        const TFilterRow *row = bracket->Rows()[next++].get();
-        if (!row->Enabled())
-            continue;
-        if (row->IsBracket()) {
-            stack.emplace_back(static_cast<const TFilterBracket *>(row), 0);
-            continue;
-        }
-        for (TDSTable *table : static_cast<const TFilterCond *>(row)->GetTables())
-            UseTable(table);
-    }
+    ForEachEnabledRow(*root, [this](const TFilterRow &row, int) {
+        if (!row.IsBracket())
+            for (TDSTable *table : static_cast<const TFilterCond &>(row).GetTables())
+                UseTable(table);
+    });
 }
 
 void TQueryBuilder::AddTable(TDSTable *table)

@@ -18,20 +18,7 @@ QString TNQuery::GetQueryText() const
     if (!FFilter->Enabled())
         return QString();
     addLine(FFilter.get(), 0);
-    std::vector<std::pair<const TFilterBracket *, std::size_t>> stack{{FFilter.get(), 0}};
-    while (!stack.empty()) {
-        auto &[bracket, next] = stack.back();
-        if (next == bracket->Rows().size()) {
-            stack.pop_back();
-            continue;
-        }
-        const TFilterRow *row = bracket->Rows()[next++].get();
-        if (!row->Enabled())
-            continue;
-        addLine(row, int(stack.size()));
-        if (row->IsBracket())
-            stack.emplace_back(static_cast<const TFilterBracket *>(row), 0);
-    }
+    ForEachEnabledRow(*FFilter, [&addLine](const TFilterRow &row, int depth) { addLine(&row, depth); });
     return lines.join(QStringLiteral("\r\n")).trimmed();
 }
 
