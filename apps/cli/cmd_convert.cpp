@@ -5,7 +5,6 @@
 #include "output.h"
 
 #include "model/dbstructure.h"
-#include "model/dmxmlformat.h"
 
 namespace vm20::cli {
 
@@ -25,12 +24,7 @@ int RunConvert(const QStringList &args, TOutput &out)
 
     TNDBStructure model;
     LoadModelFile(model, options.Required(QStringLiteral("model")));
-    QStringList lines;
-    if (format == QLatin1String("xml"))
-        SaveDMToXml(model, lines);
-    else
-        model.SaveToStrings(lines);
-    out.Lines(lines);
+    out.Lines(ModelFileLines(model, format == QLatin1String("xml")));
     return ExitOk;
 }
 

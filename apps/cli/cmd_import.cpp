@@ -1,11 +1,11 @@
 // vm20 import: a model built from what a database describes of itself.
 #include "cli.h"
 #include "database.h"
+#include "inputs.h"
 #include "options.h"
 #include "output.h"
 
 #include "model/dbstructure.h"
-#include "model/dmxmlformat.h"
 
 namespace vm20::cli {
 
@@ -23,12 +23,7 @@ int RunImport(const QStringList &args, TOutput &out)
     TDatabase database(options.Required(QStringLiteral("db")));
     TNDBStructure model;
     ImportModel(database, model);
-    QStringList lines;
-    if (options.IsSet(QStringLiteral("xml")))
-        SaveDMToXml(model, lines);
-    else
-        model.SaveToStrings(lines);
-    out.Lines(lines);
+    out.Lines(ModelFileLines(model, options.IsSet(QStringLiteral("xml"))));
     return ExitOk;
 }
 

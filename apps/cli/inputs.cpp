@@ -131,6 +131,16 @@ void LoadModelFile(TNCustomDBStructure &model, const QString &path)
         model.LoadFromStrings(lines);
 }
 
+QStringList ModelFileLines(const TNCustomDBStructure &model, bool xml)
+{
+    QStringList lines;
+    if (xml)
+        SaveDMToXml(model, lines);
+    else
+        model.SaveToStrings(lines);
+    return lines;
+}
+
 void ApplyFormats(TNCustomDBStructure &model, const QStringList &lines, const QString &source)
 {
     for (int i = 0; i < lines.size(); ++i) {

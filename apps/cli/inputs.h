@@ -21,6 +21,8 @@ QStringList ReadInput(const QString &path);
 bool LooksLikeXml(const QStringList &lines);
 // Loads a model file, in the text or the XML format.
 void LoadModelFile(TNCustomDBStructure &model, const QString &path);
+// The model as the lines of a model file, in the text or the XML format.
+QStringList ModelFileLines(const TNCustomDBStructure &model, bool xml);
 
 // Sets the model's SQL formats and model options from name=value lines, keys
 // named as the properties (Date, QuoteSymbol1, MultiDB, ...). Blank lines and
