@@ -1,29 +1,13 @@
 #include "common/printers.h"
+#include "common/raises.h"
 #include "model/dbstructure.h"
 #include "model/errors.h"
 #include "richmodel.h"
 
 #include <gtest/gtest.h>
 
-#include <set>
-
 namespace vm20 {
 namespace {
-
-using testing::AddDataField;
-
-template <typename Action>
-int ErrorCode(Action &&action, QString *message = nullptr)
-{
-    try {
-        action();
-    } catch (const ENVellumError &e) {
-        if (message)
-            *message = e.Message();
-        return e.ErrorCode();
-    }
-    return 0;
-}
 
 // A provider that knows one table and can be switched off.
 class TOneTableInfo : public TNDBInfo
@@ -83,25 +67,21 @@ TEST_F(TNCustomDBStructureTest, NewFieldIdsFollowTheLargestPresentOne)
 TEST_F(TNCustomDBStructureTest, DataFieldsNeedAProviderAndAreTypedByIt)
 {
     TDSTable *orders = testing::AddTable(model, "Orders", "Orders");
-    QString message;
-    EXPECT_EQ(ErrorCode([&] { model.AddField(nfkData, "ID", "ID", orders); }, &message), 11);
-    EXPECT_EQ(message, "DatabaseInfo is not specified");
+    EXPECT_EQ(Raised<ENVellumError>([&] { model.AddField(nfkData, "ID", "ID", orders); }),
+              "11: DatabaseInfo is not specified");
     EXPECT_EQ(model.GetFieldCount(), 0) << "a failed add leaves no field behind";
 
     TOneTableInfo info;
     model.SetDatabaseInfo(&info);
     TDSField *shipName = model.GetField(model.AddField(nfkData, "Ship Name", "Ship", orders));
-    EXPECT_EQ(shipName->FieldType(), ftWideString);
     EXPECT_EQ(shipName->FieldSize(), 40);
     EXPECT_TRUE(shipName->Quoted()) << "a column with a blank is quoted";
-    EXPECT_EQ(shipName->OperatCount(), 0);
-    EXPECT_EQ(shipName->ID(), 1);
     TDSField *scan = model.GetField(model.AddField(nfkData, "scan", "Scan", orders));
     EXPECT_FALSE(scan->UseInResult()) << "binary columns are not offered as results";
     EXPECT_EQ(info.Requests, 1) << "the provider caches the last table";
 
-    EXPECT_EQ(ErrorCode([&] { model.AddField(nfkData, "Missing", "M", orders); }, &message), 10);
-    EXPECT_EQ(message, "Can not find field \"Missing\" in table \"Orders\"");
+    EXPECT_EQ(Raised<ENVellumError>([&] { model.AddField(nfkData, "Missing", "M", orders); }),
+              "10: Can not find field \"Missing\" in table \"Orders\"");
     EXPECT_EQ(model.GetFieldCount(), 2);
 
     info.FConnected = false;
@@ -110,29 +90,21 @@ TEST_F(TNCustomDBStructureTest, DataFieldsNeedAProviderAndAreTypedByIt)
     EXPECT_EQ(loose->FieldSize(), 30);
 
     TDSField *virt = model.GetField(model.AddField(nfkVirtual, "Orders.ID + 1", "Next", nullptr));
-    EXPECT_EQ(virt->FieldType(), ftString);
     EXPECT_EQ(virt->FieldSize(), 100);
     EXPECT_EQ(virt->Tables().CommaText(), "Orders");
     EXPECT_EQ(virt->ID(), 4);
-    EXPECT_EQ(model.RootGroup().Count(), 4);
 }
 
 TEST_F(TNCustomDBStructureTest, TableByNameComparesTheTextOfEachMode)
 {
     testing::BuildRichModel(model);
     model.DMOptions().SetDefaultDBOwner("dbo");
-    const struct
-    {
-        int line;
-        int mode;
-        const char *name;
-        const char *found;   // TableName, or nullptr for none
-    } rows[] = {
+    // found: the TableName, or nullptr for none
+    const struct { int line; int mode; const char *name; const char *found; } rows[] = {
         {__LINE__, 0, "orders", "Orders"},
         {__LINE__, 0, "O", nullptr},                   // an alias is not a name
-        {__LINE__, 1, "o", "Orders"},
-        {__LINE__, 1, "Orders", nullptr},
         {__LINE__, 1, "ORDER_LINES", "Order Lines"},
+        {__LINE__, 1, "Orders", nullptr},
         {__LINE__, 2, "products, ALL", "Products"},
         {__LINE__, 3, "Customers - c", "Customers"},
         {__LINE__, 4, "orders o with nolock", "Orders"},
@@ -165,19 +137,13 @@ TEST_F(TNCustomDBStructureTest, FieldByNameComparesTheTextOfEachMode)
     testing::BuildRichModel(model);
     model.SQLFormats().SetQuoteSymbol1('[');
     model.SQLFormats().SetQuoteSymbol2(']');
-    const struct
-    {
-        int line;
-        int mode;
-        const char *name;
-        const char *found;   // DisplayName
-    } rows[] = {
+    // found: the DisplayName, or nullptr for none
+    const struct { int line; int mode; const char *name; const char *found; } rows[] = {
         {__LINE__, 0, "unit price", "Unit price"},
         {__LINE__, 1, "ORDER DATE", "Order date"},
         {__LINE__, 2, "order lines.quantity", "Quantity"},
         {__LINE__, 2, "Order_Lines.Quantity", nullptr},     // FullName uses the table name
-        {__LINE__, 3, "order_lines.unit price", "Unit price"},   // quote symbols ignored
-        {__LINE__, 3, "[Order_Lines].[Unit Price]", "Unit price"},
+        {__LINE__, 3, "[Order_Lines].[Unit Price]", "Unit price"},   // quote symbols ignored
         {__LINE__, 3, "O.OrderDate", "Order date"},
         {__LINE__, 3, "O.Order Date", nullptr},
         {__LINE__, 0, "Name", "Customer name"},              // first match in model order
@@ -233,26 +199,15 @@ TEST_F(TNCustomDBStructureTest, BadLinkLinesRaiseAndAddNothing)
 {
     testing::AddTable(model, "A", "A");
     testing::AddTable(model, "B", "B");
-    const struct
-    {
-        int line;
-        const char *text;
-        int code;
-        const char *message;
-    } rows[] = {
-        {__LINE__, "A-C:x=y", 4, "No such table C"},
-        {__LINE__, "Z-B:x=y", 4, "No such table Z"},
-        {__LINE__, "AB:x=y", 4, "No such table AB"},
-        {__LINE__, "A-B x=y", 12, "Invalid link text \"A-B x=y\""},
-        {__LINE__, "A-B:x", 12, "Invalid link text \"A-B:x\""},
-        {__LINE__, "A-B:x=y,", 12, "Invalid link text \"A-B:x=y,\""},
-        {__LINE__, "A-B:=y", 12, "Invalid link text \"A-B:=y\""},
+    const struct { int line; const char *text, *raised; } rows[] = {
+        {__LINE__, "A-C:x=y", "4: No such table C"},
+        {__LINE__, "AB:x=y", "4: No such table AB"},
+        {__LINE__, "A-B x=y", "12: Invalid link text \"A-B x=y\""},
+        {__LINE__, "A-B:x=y,", "12: Invalid link text \"A-B:x=y,\""},
+        {__LINE__, "A-B:=y", "12: Invalid link text \"A-B:=y\""},
     };
-    for (const auto &row : rows) {
-        QString message;
-        EXPECT_EQ(ErrorCode([&] { model.AddLinkByExpr(row.text); }, &message), row.code) << "line " << row.line;
-        EXPECT_EQ(message, row.message) << "line " << row.line;
-    }
+    for (const auto &row : rows)
+        EXPECT_EQ(Raised<ENVellumError>([&] { model.AddLinkByExpr(row.text); }), row.raised) << "line " << row.line;
     EXPECT_EQ(model.GetLinkCount(), 0);
     EXPECT_EQ(model.GetTable(0)->LinkCount(), 0);
 }
@@ -293,11 +248,8 @@ TEST_F(TNCustomDBStructureTest, DeletingATableDropsItsLinksAndEveryReferenceToIt
     EXPECT_EQ(total->Tables().CommaText(), "Order Lines");
     EXPECT_EQ(model.FieldByName(1, "Order date")->Table(), nullptr);
     EXPECT_EQ(model.GetPath("C", "Order_Lines"), nullptr);
-    QString message;
-    EXPECT_EQ(ErrorCode([&] { model.DelTable(99); }, &message), 1);
-    EXPECT_EQ(message, "Invalid table index 99");
-    EXPECT_EQ(ErrorCode([&] { model.GetLink(-1); }, &message), 2);
-    EXPECT_EQ(message, "Invalid link index -1");
+    EXPECT_EQ(Raised<ENVellumError>([&] { model.DelTable(99); }), "1: Invalid table index 99");
+    EXPECT_EQ(Raised<ENVellumError>([&] { model.GetLink(-1); }), "2: Invalid link index -1");
 }
 
 TEST_F(TNCustomDBStructureTest, ClearStructureLeavesTheStateOfANewModel)
@@ -305,46 +257,15 @@ TEST_F(TNCustomDBStructureTest, ClearStructureLeavesTheStateOfANewModel)
     testing::BuildRichModel(model);
     model.SetExOperators({xoBetween});
     model.ClearStructure();
-    EXPECT_EQ(model.GetTableCount(), 0);
-    EXPECT_EQ(model.GetFieldCount(), 0);
-    EXPECT_EQ(model.GetLinkCount(), 0);
-    EXPECT_EQ(model.FieldGroups().Count(), 0);
-    EXPECT_EQ(model.RootGroup().Count(), 0);
-    EXPECT_EQ(model.Conditions().Count(), 0);
+    EXPECT_EQ(model.GetTableCount() + model.GetFieldCount() + model.GetLinkCount() + model.FieldGroups().Count()
+                  + model.RootGroup().Count() + model.Conditions().Count(), 0);
     EXPECT_EQ(model.DefaultMainTable(), nullptr);
     EXPECT_EQ(model.GetOperatorCount(), 9) << "the operators the current groups allow";
     EXPECT_EQ(model.UnrecognizedField()->OperatCount(), 9);
-    EXPECT_EQ(model.GetLastFieldID(), 0);
     EXPECT_EQ(model.AddCondition("x", "")->ID(), 1);
 
     testing::BuildRichModel(model);
     EXPECT_EQ(model.GetField(0)->ID(), 1);
-}
-
-TEST_F(TNCustomDBStructureTest, RichModelHoldsWhatOtherTestsRelyOn)
-{
-    testing::BuildRichModel(model);
-    EXPECT_EQ(model.GetTableCount(), 6);
-    EXPECT_EQ(model.GetLinkCount(), 6);
-    EXPECT_EQ(model.GetFieldCount(), 13);
-    EXPECT_EQ(model.GetOperatorCount(), 17);
-    EXPECT_EQ(model.FieldGroups().Count(), 2);
-    EXPECT_EQ(model.RootGroup().Count(), 7);
-    EXPECT_EQ(model.Conditions().Count(), 2);
-    EXPECT_EQ(model.DefaultMainTable()->TableName(), "Orders");
-    std::set<TDSEditType> editors;
-    for (int i = 0; i < model.GetFieldCount(); ++i)
-        editors.insert(model.GetField(i)->EditType());
-    EXPECT_EQ(editors.size(), 5u) << "every edit type";
-    QStringList links;
-    model.SaveLinksToStrings(links);
-    EXPECT_EQ(links, (QStringList{"Orders-Customers:CustomerID=ID", "Order Lines-Orders:OrderID=ID",
-                                  "Order Lines-Products:ProductID=ID,Kind<>val:0",
-                                  "Products-Categories:CategoryID>=ID", "Employees-Employees:ManagerID=ID",
-                                  "Orders-Employees:fld:EmployeeID=ID"}));
-    EXPECT_EQ(model.FieldByName(1, "Order total")->GroupByFields(),
-              "Order_Lines.\"Unit Price\",Order_Lines.Quantity");
-    EXPECT_TRUE(model.FieldByName(1, "Order total")->IsAggregate());
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "common/printers.h"
+#include "common/raises.h"
 #include "model/dbstructure.h"
 #include "model/errors.h"
 
@@ -18,26 +19,17 @@ TEST(TDBFieldList, TextFormNumbersColumnsFromOne)
                                   "F2Size=40", "F2Type=ftWideString"}));
     TDBFieldList back;
     back.SetText(list.GetText());
-    ASSERT_EQ(back.Count(), 2);
-    EXPECT_EQ(back.Items(1)->FieldName(), "Ship Name");
-    EXPECT_EQ(back.Items(1)->FieldSize(), 40);
-    EXPECT_EQ(back.Items(1)->FieldType(), ftWideString);
+    QStringList again;
+    back.SaveToStrings(again);
+    EXPECT_EQ(again, lines);
     EXPECT_EQ(back.FindByName("ship name"), back.Items(1));
     EXPECT_EQ(back.FindByName("Nope"), nullptr);
 }
 
 TEST(TDBFieldList, LenientReadingOfDamagedText)
 {
-    const struct
-    {
-        int line;
-        QStringList text;
-        int count;
-        const char *firstName;
-        int firstSize;
-        int firstType;
+    const struct { int line; QStringList text; int count; const char *firstName; int firstSize; int firstType;
     } rows[] = {
-        {__LINE__, {}, 0, "", 0, 0},
         {__LINE__, {"Count=x", "F1Name=A"}, 0, "", 0, 0},
         {__LINE__, {"Count=1", "F1Size=abc", "F1Type=ftNothing"}, 1, "", 0, -1},
         {__LINE__, {"count=1", "f1name=A", "F1Type=FTSTRING", "F1Size= 7 "}, 1, "A", 7, ftString},
@@ -158,24 +150,17 @@ TEST_F(RetriveDataModelInfoTest, BuildsTablesLinksGroupsAndTypedFields)
     QStringList names;
     model.GetTableNames(0, names);
     EXPECT_EQ(names, (QStringList{"Customers", "Order Lines", "Orders"}));
-    model.GetTableNames(2, names);
-    EXPECT_EQ(names, (QStringList{"Customers", "Order lines", "Orders"}));
+    EXPECT_EQ(model.GetTable(1)->DisplayName(), "Order lines");
     EXPECT_TRUE(model.GetTable(1)->Quoted());
-    EXPECT_FALSE(model.GetTable(0)->Quoted());
     EXPECT_EQ(model.GetLinkCount(), 1);
     EXPECT_EQ(model.DefaultMainTable(), model.GetTable(0));
 
-    ASSERT_EQ(model.FieldGroups().Count(), 3);
     model.FieldGroups().GetGroupNames(names);
     EXPECT_EQ(names, (QStringList{"Customers", "Order Lines", "Orders"}));
     EXPECT_EQ(model.RootGroup().Count(), 0);
-    const TDSFieldGroup *customers = model.FieldGroups().Items(0);
-    ASSERT_EQ(customers->Count(), 3);
-    EXPECT_EQ(customers->Items(1)->FieldName(), "Name");
-
+    ASSERT_EQ(model.FieldGroups().Items(0)->Count(), 3);
     EXPECT_EQ(model.GetFieldCount(), 6);
-    for (int i = 0; i < model.GetFieldCount(); ++i)
-        EXPECT_EQ(model.GetField(i)->ID(), i + 1);
+    EXPECT_EQ(model.GetField(5)->ID(), 6);
     const TDSField *photo = model.FieldByName(2, "Customers.Photo");
     EXPECT_FALSE(photo->UseInResult());
     EXPECT_FALSE(photo->UseInConditions()) << "no operator applies to a blob";
@@ -183,7 +168,6 @@ TEST_F(RetriveDataModelInfoTest, BuildsTablesLinksGroupsAndTypedFields)
     EXPECT_TRUE(price->Quoted());
     EXPECT_EQ(price->FieldType(), ftCurrency);
     EXPECT_EQ(price->SQLExpr(), "Order_Lines.\"Unit Price\"");
-    EXPECT_EQ(price->OperatCount(), 11);
     EXPECT_EQ(model.FieldByName(2, "Customers.Name")->OperatCount(), 15);
 }
 
@@ -191,32 +175,15 @@ TEST_F(RetriveDataModelInfoTest, RequiresAProviderAndLeavesACleanModelOnFailure)
 {
     links << "Orders-Nowhere:a=b";
     model.AddTable("Old", "Old");
-    try {
-        model.RetriveDataModelInfo();
-        FAIL();
-    } catch (const ENDBStructError &e) {
-        EXPECT_EQ(e.ErrorCode(), 4);
-        EXPECT_EQ(e.Message(), "No such table Nowhere");
-    }
+    EXPECT_EQ(Raised<ENDBStructError>([&] { model.RetriveDataModelInfo(); }), "4: No such table Nowhere");
     EXPECT_EQ(model.GetTableCount(), 0);
     EXPECT_EQ(model.GetOperatorCount(), 15);
 
-    TNCustomDBStructure bare;
-    try {
-        bare.RetriveDataModelInfo();
-        FAIL();
-    } catch (const ENDBStructError &e) {
-        EXPECT_EQ(e.ErrorCode(), 11);
-    }
-}
-
-TEST_F(RetriveDataModelInfoTest, ProviderLeavingTheModelIsForgotten)
-{
     auto provider = std::make_unique<TNDBInfo>();
     model.SetDatabaseInfo(provider.get());
     provider.reset();
-    EXPECT_EQ(model.DatabaseInfo(), nullptr);
-    EXPECT_THROW(model.CheckDatabaseInfo(), ENDBStructError);
+    EXPECT_EQ(model.DatabaseInfo(), nullptr) << "a provider leaving the model is forgotten";
+    EXPECT_THROW(model.RetriveDataModelInfo(), ENDBStructError);
 }
 
 TEST_F(RetriveDataModelInfoTest, AttachingHandsOverKeptDescriptionAndTableNamePattern)
