@@ -25,56 +25,40 @@ TNScanner SqlScanner(const QStringList &lines)
     return s;
 }
 
-struct TokenRow
-{
-    int line;
-    const char *why;
-    QStringList source;
-    QString tokens;
-};
+struct TokenRow { int line; const char *why; QStringList source; QString tokens; };
 
-class TNScannerTest : public ::testing::TestWithParam<TokenRow>
+TEST(TNScanner, CutsTheSourceIntoTheseTokens)
 {
-};
-
-TEST_P(TNScannerTest, CutsTheSourceIntoTheseTokens)
-{
-    const TokenRow &row = GetParam();
-    SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
-    TNScanner s = SqlScanner(row.source);
-    EXPECT_EQ(Dump(s), row.tokens);
+    const TokenRow rows[] = {
+        {__LINE__, "keywords are type 2, other words type 1, all lower case",
+         {"SELECT a.b FROM t"}, "select(2) a(1) .(3) b(1) from(2) t(1)"},
+        {__LINE__, "a literal is one token and ends an operator", {"x<>'a b'"}, "x(1) <>(3) 'a b'(4)"},
+        {__LINE__, "the double quote is a symbol, not a delimiter", {"\"My Table\""}, "\"(3) my(1) table(1) \"(3)"},
+        {__LINE__, "two-character operators are single tokens", {"a<=b>=c!=d<e>f=g"},
+         "a(1) <=(3) b(1) >=(3) c(1) !=(3) d(1) <(3) e(1) >(3) f(1) =(3) g(1)"},
+        {__LINE__, "a blank splits an operator", {"a < > b ! = c"},
+         "a(1) <(3) >(3) b(1) !(3) =(3) c(1)"},
+        {__LINE__, "keywords inside a literal stay inside, doubled quotes kept",
+         {"'it''s from and' where"}, "'it''s from and'(4) where(2)"},
+        {__LINE__, "an unterminated literal runs to the end", {"a = 'abc", "from t"}, "a(1) =(3) 'abc\nfrom t(4)"},
+        {__LINE__, "comments are skipped", {"a -- from b", "c /* x", "y */ d"},
+         "a(1) c(1) d(1)"},
+        {__LINE__, "an unterminated block comment swallows the rest", {"a /* b c"}, "a(1)"},
+        {__LINE__, "a decimal is number, dot, number", {"12.50"}, "12(7) .(3) 50(7)"},
+        {__LINE__, "underscores, digits, $ and # belong to words",
+         {"Order_Lines2 $x #tmp 2nd"}, "order_lines2(1) $x(1) #tmp(1) 2nd(1)"},
+        {__LINE__, "letters of any script are word characters", {"Größe=ÄPFEL"}, "größe(1) =(3) äpfel(1)"},
+        {__LINE__, "other punctuation is one character per token",
+         {"f(a,:p1)-b/c"}, "f(1) ((3) a(1) ,(3) :(3) p1(1) )(3) -(3) b(1) /(3) c(1)"},
+        {__LINE__, "nothing but blanks and comments", {"  ", "-- x", "\t"}, ""},
+        {__LINE__, "no lines at all", {}, ""},
+    };
+    for (const TokenRow &row : rows) {
+        SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
+        TNScanner s = SqlScanner(row.source);
+        EXPECT_EQ(Dump(s), row.tokens);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    SqlStyle, TNScannerTest,
-    ::testing::Values(
-        TokenRow{__LINE__, "keywords are type 2, other words type 1, all lower case",
-                 {"SELECT a.b FROM t"}, "select(2) a(1) .(3) b(1) from(2) t(1)"},
-        TokenRow{__LINE__, "a literal is one token and ends an operator",
-                 {"x<>'a b'"}, "x(1) <>(3) 'a b'(4)"},
-        TokenRow{__LINE__, "the double quote is a symbol, not a delimiter",
-                 {"\"My Table\""}, "\"(3) my(1) table(1) \"(3)"},
-        TokenRow{__LINE__, "two-character operators are single tokens",
-                 {"a<=b>=c!=d<e>f=g"},
-                 "a(1) <=(3) b(1) >=(3) c(1) !=(3) d(1) <(3) e(1) >(3) f(1) =(3) g(1)"},
-        TokenRow{__LINE__, "a blank splits an operator", {"a < > b ! = c"},
-                 "a(1) <(3) >(3) b(1) !(3) =(3) c(1)"},
-        TokenRow{__LINE__, "keywords inside a literal stay inside, doubled quotes kept",
-                 {"'it''s from and' where"}, "'it''s from and'(4) where(2)"},
-        TokenRow{__LINE__, "an unterminated literal runs to the end",
-                 {"a = 'abc", "from t"}, "a(1) =(3) 'abc\nfrom t(4)"},
-        TokenRow{__LINE__, "comments are skipped", {"a -- from b", "c /* x", "y */ d"},
-                 "a(1) c(1) d(1)"},
-        TokenRow{__LINE__, "an unterminated block comment swallows the rest", {"a /* b c"}, "a(1)"},
-        TokenRow{__LINE__, "a decimal is number, dot, number", {"12.50"}, "12(7) .(3) 50(7)"},
-        TokenRow{__LINE__, "underscores, digits, $ and # belong to words",
-                 {"Order_Lines2 $x #tmp 2nd"}, "order_lines2(1) $x(1) #tmp(1) 2nd(1)"},
-        TokenRow{__LINE__, "letters of any script are word characters",
-                 {"Größe=ÄPFEL"}, "größe(1) =(3) äpfel(1)"},
-        TokenRow{__LINE__, "other punctuation is one character per token",
-                 {"f(a,:p1)-b/c"}, "f(1) ((3) a(1) ,(3) :(3) p1(1) )(3) -(3) b(1) /(3) c(1)"},
-        TokenRow{__LINE__, "nothing but blanks and comments", {"  ", "-- x", "\t"}, ""},
-        TokenRow{__LINE__, "no lines at all", {}, ""}));
 
 TEST(TNScannerWalkTest, KeepsTheRealTextAndCountsLinesFromOne)
 {
@@ -124,50 +108,32 @@ TEST(TNScannerWalkTest, KeepsOffsetsWhenLowerCasingChangesTheLength)
     EXPECT_EQ(s.GetRealStr(), QStringLiteral(u"\u0130D"));
 }
 
-struct PieceRow
-{
-    int line;
-    const char *why;
-    QStringList source;
-    int from;  // token indexes; -1 or past the last token is the end
-    int to;
-    bool includeTo;
-    QString piece;
-};
+// from, to: token indexes; -1 or past the last token is the end.
+struct PieceRow { int line; const char *why; QStringList source; int from, to; bool includeTo; QString piece; };
 
-class TNScannerPieceTest : public ::testing::TestWithParam<PieceRow>
+TEST(TNScannerPiece, CutsThisPieceOutOfTheSource)
 {
-};
-
-TEST_P(TNScannerPieceTest, CutsThisPieceOutOfTheSource)
-{
-    const PieceRow &row = GetParam();
-    SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
-    TNScanner s = SqlScanner(row.source);
-    s.FirstToken();
-    EXPECT_EQ(s.ExtractPiece({row.from}, {row.to}, row.includeTo), row.piece);
+    const PieceRow rows[] = {
+        {__LINE__, "blanks before the closing token are cut", {"a   = 1"}, 0, 1, false, "a"},
+        {__LINE__, "blanks, quotes and case inside are kept",
+         {"x IN ( 'A',  \"b\" ) or"}, 2, 9, false, "( 'A',  \"b\" )"},
+        {__LINE__, "a quoted name between its quotes", {"\"My Table\" t"}, 1, 3, false, "My Table"},
+        {__LINE__, "line breaks inside are kept", {"f(a,", "  b) from"}, 0, 6, false, "f(a,\n  b)"},
+        {__LINE__, "a comment before the closing token is not part of it",
+         {"a + b -- note", "from"}, 0, 3, false, "a + b"},
+        {__LINE__, "the closing token itself with includeTo", {"a = 1 or"}, 0, 2, true, "a = 1"},
+        {__LINE__, "an end bookmark closes at the last token", {"a = 1  ", " "}, 1, 3, false, "= 1"},
+        {__LINE__, "the default bookmark is the end too", {"a b"}, 1, -1, false, "b"},
+        {__LINE__, "starting at the end gives nothing", {"a b"}, 2, 0, false, ""},
+        {__LINE__, "a closing bookmark before the opening one gives nothing", {"a b c"}, 2, 1, false, ""},
+    };
+    for (const PieceRow &row : rows) {
+        SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
+        TNScanner s = SqlScanner(row.source);
+        s.FirstToken();
+        EXPECT_EQ(s.ExtractPiece({row.from}, {row.to}, row.includeTo), row.piece);
+    }
 }
-
-INSTANTIATE_TEST_SUITE_P(
-    Bookmarks, TNScannerPieceTest,
-    ::testing::Values(
-        PieceRow{__LINE__, "blanks before the closing token are cut", {"a   = 1"}, 0, 1, false, "a"},
-        PieceRow{__LINE__, "blanks, quotes and case inside are kept",
-                 {"x IN ( 'A',  \"b\" ) or"}, 2, 9, false, "( 'A',  \"b\" )"},
-        PieceRow{__LINE__, "a quoted name between its quotes", {"\"My Table\" t"}, 1, 3, false,
-                 "My Table"},
-        PieceRow{__LINE__, "line breaks inside are kept", {"f(a,", "  b) from"}, 0, 6, false,
-                 "f(a,\n  b)"},
-        PieceRow{__LINE__, "a comment before the closing token is not part of it",
-                 {"a + b -- note", "from"}, 0, 3, false, "a + b"},
-        PieceRow{__LINE__, "the closing token itself with includeTo", {"a = 1 or"}, 0, 2, true,
-                 "a = 1"},
-        PieceRow{__LINE__, "an end bookmark closes at the last token", {"a = 1  ", " "}, 1, 3,
-                 false, "= 1"},
-        PieceRow{__LINE__, "the default bookmark is the end too", {"a b"}, 1, -1, false, "b"},
-        PieceRow{__LINE__, "starting at the end gives nothing", {"a b"}, 2, 0, false, ""},
-        PieceRow{__LINE__, "a closing bookmark before the opening one gives nothing",
-                 {"a b c"}, 2, 1, false, ""}));
 
 } // namespace
 } // namespace vm20

