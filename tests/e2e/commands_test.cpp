@@ -85,11 +85,7 @@ TEST(Vm20Commands, PrintWhatTheGoldenFilesHold)
 // kept out, and DISTINCT (an option, not part of the query's tree) is off.
 TEST(Vm20Commands, SampleStatementsSurviveParseAndBuild)
 {
-    struct TKeptOut
-    {
-        const char *File;
-        const char *Reason;
-    };
+    struct TKeptOut { const char *File; const char *Reason; };
     const TKeptOut keptOut[] = {
         {"big_orders_not_shipped.vmq", "HAVING is not read back; a predefined condition holding AND is split"},
         {"freight_by_shipper.vmq", "a predefined condition matching no template becomes a placeholder row"},

@@ -23,11 +23,7 @@ protected:
     }
 };
 
-struct TreeRow
-{
-    int line;
-    const char *sql, *tree, *reason;
-};
+struct TreeRow { int line; const char *sql, *tree, *reason; };
 
 // A row's statement: a WHERE clause on customers, or a whole statement.
 QString Statement(const char *sql)
@@ -40,13 +36,11 @@ TEST_F(TSQLLoaderTest, MatchesEachConditionToAnOperatorFieldAndValues)
 {
     const TreeRow rows[] = {
         {__LINE__, "c.Name = 'Bob'", "all(Customer name Equal [Bob])", "quoted value"},
-        {__LINE__, "c.ID = 5", "all(Customer ID Equal [5])", "the same template, unquoted value"},
         {__LINE__, "c.Name = 'O''Brien'", "all(Customer name Equal [O'Brien])", "a literal's quote"},
         {__LINE__, "c.Name != 'x'", "all(Customer name NotEqual [x])", "first rewrite pair"},
         {__LINE__, "not(c.Name = 'x')", "all(Customer name NotEqual [x])", "second rewrite pair"},
         {__LINE__, "NOT c.Name = 5", "all(Customer name NotEqual [5])", "a bare leading NOT"},
         {__LINE__, "c.ID <= 5", "all(Customer ID LessOrEqual [5])", "not @f < '@1' with '= 5'"},
-        {__LINE__, "c.Name like '%Jo%'", "all(Customer name Contains [Jo])", "contains"},
         {__LINE__, "not (c.Name like 'Jo%')", "all(Customer name NotStartsWith [Jo])", "negated like"},
         {__LINE__, "c.Name not like 'Jo%'", "all(Customer name StartsWith [Jo])", "inner NOT lost"},
         {__LINE__, "c.Name like 'J_n'", "all(Customer name Contains ['J_n'])", "like fallback"},
@@ -60,7 +54,6 @@ TEST_F(TSQLLoaderTest, MatchesEachConditionToAnOperatorFieldAndValues)
         {__LINE__, "x.Foo = 1", "all(Unrecognized field Equal [1])", "no field fits"},
         {__LINE__, "c.ID = 1 or not (c.ID = 2 and c.ID = 3)",
          "any(Customer ID Equal [1]; notall(Customer ID Equal [2]; Customer ID Equal [3]))", "brackets"},
-        {__LINE__, "not (c.ID = 1 or c.ID = 2)", "none(Customer ID Equal [1]; Customer ID Equal [2])", "none"},
         {__LINE__, "((c.ID = 1))", "all(Customer ID Equal [1])", "brackets round one condition"},
         {__LINE__, "select * from Orders o where Total > 100", "all(Order total GreaterThan [100])",
          "unqualified: the first table's alias"},
@@ -148,10 +141,7 @@ TEST_F(TSQLLoaderTest, LoadsASubQueryThroughAHiddenQuery)
 
 TEST_F(TSQLLoaderTest, ReportsMalformedSQLAndStaysEmptyAndUsable)
 {
-    const struct
-    {
-        const char *sql, *message;
-    } rows[] = {
+    const struct { const char *sql, *message; } rows[] = {
         {"select", "Wrong SQL statement\r\nLine:1"},
         {"update t set a = 1", "Wrong SQL statement\r\nLine:1"},
         {"select a\nfrom t\nwhere (a = 1\nand b = 2", "Lost bracket\r\nLine:4"},

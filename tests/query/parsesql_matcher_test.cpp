@@ -12,13 +12,7 @@ using namespace vm20;
 
 namespace {
 
-struct MatchRow
-{
-    int line;
-    const char *templ, *text;
-    bool matches;
-    const char *f, *v1, *v2, *reason;
-};
+struct MatchRow { int line; const char *templ, *text; bool matches; const char *f, *v1, *v2, *reason; };
 
 TEST(MatchSQLTemplate, ReadsFieldAndValuesOrRefuses)
 {
@@ -34,8 +28,7 @@ TEST(MatchSQLTemplate, ReadsFieldAndValuesOrRefuses)
          "a blank inside a quoted name"},
         {__LINE__, "@f = '@1'", "x = 'a' and y", false, "", "", "", "text left over"},
         {__LINE__, "@f is null", "x is", false, "", "", "", "text ends first"},
-        {__LINE__, "@f in (@1)", "c.Name in ('a)','b')", true, "c.Name", "'a)','b'", "",
-         "a bracket inside quotes"},
+        {__LINE__, "@f in (@1)", "c.Name in ('a)','b')", true, "c.Name", "'a)','b'", "", "a bracket inside quotes"},
         {__LINE__, "@f in (@1)", "c.ID in (select id from t where x in (1))", true, "c.ID",
          "select id from t where x in (1)", "", "nested brackets"},
         {__LINE__, "@f between '@1' and '@2'", "n between f(1 and 2) and 3", true, "n", "f(1 and 2)",
@@ -69,12 +62,7 @@ TEST(ProcessSQLDateValue, ReadsEachDateFormOrFallsBack)
 {
     const QString march4 = VmDateTimeToStr(EncodeDate(2020, 3, 4));
     const QString today = VmDateTimeToStr(Date());
-    const struct
-    {
-        TFieldType type;
-        const char *text;
-        QString expected;
-    } rows[] = {
+    const struct { TFieldType type; const char *text; QString expected; } rows[] = {
         {ftDate, "2020-03-04", march4},  {ftDate, "03/04/2020", march4},
         {ftDate, "03/04/20", march4},    {ftDate, "04.03.2020", march4},
         {ftDate, "04.03.20", march4},    {ftDate, "2020-13-45", today},

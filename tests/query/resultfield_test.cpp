@@ -24,14 +24,7 @@ TEST_F(TRFieldListTest, ExpandsFormulasInIncreasingPlaceholderOrder)
     EXPECT_EQ(list.Add("Ten", ten, "@10")->GetSQLExpr(), "c.Name0") << "@1 is replaced inside @10 first";
 }
 
-struct AliasRow
-{
-    int line;
-    bool useAliases, quote, ascii;
-    QString caption;
-    QString alias;
-    const char *reason;
-};
+struct AliasRow { int line; bool useAliases, quote, ascii; QString caption; QString alias; const char *reason; };
 
 TEST_F(TRFieldListTest, MakesAliasesFromCaptions)
 {
@@ -80,14 +73,7 @@ TEST_F(TRFieldListTest, TellsAggregatedColumnsByFieldOrFormula)
 
 TEST_F(TRFieldListTest, ResolvesTypedExpressionsToModelFields)
 {
-    struct Row
-    {
-        int line;
-        QString expr;
-        QString formula;
-        int fields;
-        QString caption;
-    } rows[] = {
+    struct Row { int line; QString expr; QString formula; int fields; QString caption; } rows[] = {
         {__LINE__, "SUM(o.Total)", "@1", 1, "Total sales"},
         {__LINE__, "Order_Lines.Qty * p.Weight + 1.5", "@1 * @2 + 1.5", 2, "Order_Lines.Qty * p.Weight + 1.5"},
         {__LINE__, "c.Name || ' c.City ' || c.Name", "@1 || ' c.City ' || @1", 1, "c.Name || ' c.City ' || c.Name"},
@@ -130,13 +116,7 @@ TEST_F(TRFieldListTest, SavesItsSectionsAndReadsThemBack)
 
 TEST_F(TRFieldListTest, ReadsOlderVersionsByName)
 {
-    struct Row
-    {
-        int line;
-        QString version;
-        QString aliasKey;
-        QString fields;
-    } rows[] = {
+    struct Row { int line; QString version; QString aliasKey; QString fields; } rows[] = {
         {__LINE__, "Version=1.3", "Name", "Customers.Name,Nowhere.Field"},
         {__LINE__, "Version=1.9", "Alias", "c.Name"},
         {__LINE__, "", "Alias", "c.Name"},   // a missing version reads as 1.7

@@ -43,13 +43,7 @@ const QString CommaJoins = QStringLiteral("FROM ") + J + QStringLiteral("Custome
                            + J + QStringLiteral("Products p, ") + J + QStringLiteral("Categories");
 const QString CityWhere = QStringLiteral("(\nc.City = 'Paris'\n)");
 
-struct SyntaxRow
-{
-    int line;
-    TSQLSyntax syntax;
-    QString expected;
-    const char *reason;
-};
+struct SyntaxRow { int line; TSQLSyntax syntax; QString expected; const char *reason; };
 
 TEST_F(TNQueryTest, WritesTheStatementOfEverySyntax)
 {
@@ -74,19 +68,7 @@ TEST_F(TNQueryTest, WritesTheStatementOfEverySyntax)
     }
 }
 
-TEST_F(TNQueryTest, WritesOneTableWithoutWhere)
-{
-    AddColumn(s.custName);
-    EXPECT_EQ(Sql(), "SELECT c.Name as Customer_name\nFROM " + J + "Customers c");
-}
-
-struct OptionRow
-{
-    int line;
-    TSQLOptions options;
-    QString expected;
-    const char *reason;
-};
+struct OptionRow { int line; TSQLOptions options; QString expected; const char *reason; };
 
 TEST_F(TNQueryTest, AppliesEachOptionAloneAndAllTogether)
 {
@@ -148,15 +130,7 @@ TEST_F(TNQueryTest, FiltersASingleTableQueryWithUnqualifiedFields)
     EXPECT_EQ(Sql(), "SELECT c.Name as Customer_name\nFROM " + J + "Customers c\nWHERE\n(\nCity = 'Paris'\n)");
 }
 
-struct LinkRow
-{
-    int line;
-    TDSLinkType type;
-    bool ordersFirst;
-    bool outerKeyword;
-    QString join;
-    const char *reason;
-};
+struct LinkRow { int line; TDSLinkType type; bool ordersFirst; bool outerKeyword; QString join; const char *reason; };
 
 TEST_F(TNQueryTest, WritesTheJoinWordOfEveryLinkType)
 {
@@ -300,37 +274,28 @@ TEST_F(TNQueryTest, BuildsOneFilterPerTable)
     EXPECT_FALSE(query.BuildingFilters());
 }
 
-TEST_F(TNQueryTest, FailsWithoutAnyTable)
+TEST_F(TNQueryTest, FailsWithoutTablesWithoutABuildAndWithoutAModel)
 {
     try {
         query.BuildQuery();
-        FAIL() << "no exception";
+        ADD_FAILURE() << "no exception";
     } catch (const ENVellumError &e) {
         EXPECT_EQ(e.Message(), "Not enough information for building query");
     }
-}
-
-TEST_F(TNQueryTest, ForgetsAModelThatIsDestroyed)
-{
+    try {
+        query.GetSQL();
+        ADD_FAILURE() << "no exception";
+    } catch (const ENQueryPanelError &e) {
+        EXPECT_EQ(e.ErrorCode(), 8);
+        EXPECT_EQ(e.Message(), "Query was not built properly");
+    }
     TNQuery orphan;
     {
         TNDBStructure model;
         orphan.SetDBStruct(&model);
     }
-    EXPECT_EQ(orphan.DBStruct(), nullptr);
-    EXPECT_EQ(orphan.RFields().DBStruct(), nullptr);
+    EXPECT_EQ(orphan.RFields().DBStruct(), nullptr) << "a destroyed model is forgotten";
     EXPECT_THROW(orphan.BuildQuery(), ENQueryPanelError);
-}
-
-TEST_F(TNQueryTest, FailsToPrintAStatementThatWasNotBuilt)
-{
-    try {
-        query.GetSQL();
-        FAIL() << "no exception";
-    } catch (const ENQueryPanelError &e) {
-        EXPECT_EQ(e.ErrorCode(), 8);
-        EXPECT_EQ(e.Message(), "Query was not built properly");
-    }
 }
 
 TEST_F(TNQueryTest, FailsWithoutAPathAndStaysUsable)

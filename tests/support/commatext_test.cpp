@@ -9,12 +9,7 @@ namespace {
 
 TEST(CommaText, WritesTheFrameworkFormAndReadsItBack)
 {
-    const struct {
-        int line;
-        const char *why;
-        QStringList items;
-        QString text;
-    } rows[] = {
+    const struct { int line; const char *why; QStringList items; QString text; } rows[] = {
         {__LINE__, "plain items are joined bare", {"a", "b", "c"}, "a,b,c"},
         {__LINE__, "a blank or a comma forces quotes", {"a b", "c,d"}, "\"a b\",\"c,d\""},
         {__LINE__, "inner quotes are doubled", {"say \"hi\""}, "\"say \"\"hi\"\"\""},
@@ -33,12 +28,7 @@ TEST(CommaText, WritesTheFrameworkFormAndReadsItBack)
 
 TEST(CommaText, ReadsHandWrittenTextsAsTheFrameworkDoes)
 {
-    const struct {
-        int line;
-        const char *why;
-        QString text;
-        QStringList items;
-    } rows[] = {
+    const struct { int line; const char *why; QString text; QStringList items; } rows[] = {
         {__LINE__, "blanks around items are skipped", "  a , b  ", {"a", "b"}},
         {__LINE__, "an unquoted blank separates items", "a b\r\nc", {"a", "b", "c"}},
         {__LINE__, "a comma, blanks, then the end adds nothing", "a, ", {"a"}},

@@ -21,12 +21,7 @@ protected:
 
 TEST_F(DateTime, CountsDaysFromTheEndOf1899)
 {
-    const struct {
-        int line;
-        const char *why;
-        QDateTime when;
-        TDateTime value;
-    } rows[] = {
+    const struct { int line; const char *why; QDateTime when; TDateTime value; } rows[] = {
         {__LINE__, "the epoch", QDateTime(QDate(1899, 12, 30), QTime(0, 0)), 0.0},
         {__LINE__, "noon is half a day", QDateTime(QDate(1900, 1, 1), QTime(12, 0)), 2.5},
         {__LINE__, "before the epoch the time still counts forward", QDateTime(QDate(1899, 12, 29), QTime(6, 0)), -1.25},
@@ -56,12 +51,7 @@ TEST_F(DateTime, StoredFormFollowsTheLocaleDecimalPoint)
 
 TEST_F(DateTime, FormatsByPatternLetters)
 {
-    const struct {
-        int line;
-        const char *why;
-        QString format;
-        QString expected;
-    } rows[] = {
+    const struct { int line; const char *why; QString format; QString expected; } rows[] = {
         {__LINE__, "the common SQL form", "yyyy-mm-dd hh:nn:ss", "2021-03-04 15:07:09"},
         {__LINE__, "mm right after hh is minutes", "hh:mm", "15:07"},
         {__LINE__, "m right after h is minutes, unpadded", "h:m", "15:7"},

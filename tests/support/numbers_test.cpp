@@ -20,11 +20,7 @@ protected:
 
 TEST_F(Numbers, WritesFloatsInTheShortestFormThatReadsBack)
 {
-    const struct {
-        int line;
-        double value;
-        const char *text;
-    } rows[] = {
+    const struct { int line; double value; const char *text; } rows[] = {
         {__LINE__, 3.6, "3.6"},
         {__LINE__, 2.0, "2"},
         {__LINE__, -0.0, "0"},
@@ -46,13 +42,7 @@ TEST_F(Numbers, WritesFloatsInTheShortestFormThatReadsBack)
 
 TEST_F(Numbers, LenientReadersFallBackToTheDefault)
 {
-    const struct {
-        int line;
-        const char *text;
-        double asFloat;
-        int asInt;
-        bool asBool;
-    } rows[] = {
+    const struct { int line; const char *text; double asFloat; int asInt; bool asBool; } rows[] = {
         {__LINE__, " 12 ", 12.0, 12, true},
         {__LINE__, "1,5", 1.5, -1, false},        // the comma tolerated as decimal point
         {__LINE__, "1,234.5", -1.0, -1, false},   // but never as a group separator

@@ -24,14 +24,7 @@ const QStringList Text{
 
 TEST(XReadSLSectionValues, ReadsSectionsInOrderAndReturnsWhereTheNextOneMayStart)
 {
-    const struct {
-        int line;
-        const char *why;
-        int start;
-        QString section;
-        QStringList values;
-        int next;
-    } rows[] = {
+    const struct { int line; const char *why; int start; QString section; QStringList values; int next; } rows[] = {
         {__LINE__, "an empty line ends the section and is consumed", 0, "Main", {"QueryName=Orders", "Version=3.6"}, 4},
         {__LINE__, "the header line is trimmed and its name compared without case", 4, "COND1", {"Field=1"}, 6},
         {__LINE__, "the next header ends a section and is not consumed", 6, "Cond2", {"Field=2"}, 9},

@@ -9,12 +9,7 @@ namespace {
 
 TEST(Format, FillsPlaceholdersInOrder)
 {
-    const struct {
-        int line;
-        const char *why;
-        QString pattern;
-        std::initializer_list<QVariant> args;
-        QString expected;
+    const struct { int line; const char *why; QString pattern; std::initializer_list<QVariant> args; QString expected;
     } rows[] = {
         {__LINE__, "text and number", "No path between table \"%s\" and %d", {"A", 7}, "No path between table \"A\" and 7"},
         {__LINE__, "percent escaped", "100%% of %s", {"x"}, "100% of x"},
