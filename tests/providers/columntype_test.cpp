@@ -23,11 +23,7 @@ TEST(ColumnType, DeclaredTypesMapToFieldTypesAndSizes)
         {__LINE__, "decimal ( 10 , 2 )", {ftBCD, 2}, "blanks inside the arguments"},
         {__LINE__, "timestamp(3) with time zone", {ftTimeStamp, 0}, "modifier after the arguments"},
         {__LINE__, "time without time zone", {ftTime, 0}, "information-schema spelling"},
-        {__LINE__, "character varying(12)", {ftString, 12}, "information-schema spelling"},
-        {__LINE__, "VARCHAR", {ftString, 255}, "no length"},
         {__LINE__, "CHARACTER", {ftFixedChar, 1}, "a bare CHAR holds one character"},
-        {__LINE__, "bytea", {ftBlob, 0}, "binary, other spelling"},
-        {__LINE__, "UNSIGNED INTEGER", {ftInteger, 0}, "unknown name holding INT"},
         {__LINE__, "NVARCHAR2(30)", {ftString, 30}, "unknown name holding CHAR keeps the length"},
         {__LINE__, "FLOATING POINT", {ftInteger, 0}, "INT is tested before FLOA, as SQLite does"},
         {__LINE__, "SINGLE_FLOAT", {ftFloat, 0}, "unknown name holding FLOA"},
@@ -53,13 +49,6 @@ TEST(ColumnType, DriverValueTypesMapToFieldTypes)
     for (const Row &row : rows)
         EXPECT_EQ(ColumnTypeFromMeta(QMetaType(row.meta), row.length), row.expected)
             << "line " << row.line << ": " << row.reason;
-}
-
-TEST(ColumnType, StorageClassesOfStoredValuesMapToFieldTypes)
-{
-    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("text")), (TColumnType{ftString, 255}));
-    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("blob")), (TColumnType{ftBlob, 0}));
-    EXPECT_EQ(ColumnTypeFromStorageClass(QStringLiteral("null")), TColumnType{});
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 // bad input.
 #include "model/errors.h"
 #include "parsesql_dump.h"
+#include "common/raises.h"
 #include "shopquery.h"
 #include "sqlparse/sqlparsererror.h"
 #include "support/dattime.h"
@@ -150,12 +151,7 @@ TEST_F(TSQLLoaderTest, ReportsMalformedSQLAndStaysEmptyAndUsable)
     query.OnChange = [&](TNQuery *) { ++changes; };
     for (const auto &row : rows) {
         Load(Statement("c.City = 'Rome'"));
-        try {
-            Load(QString::fromUtf8(row.sql));
-            ADD_FAILURE() << row.sql;
-        } catch (const ESQLParserError &e) {
-            EXPECT_EQ(e.Message(), row.message);
-        }
+        EXPECT_EQ(Raised<ESQLParserError>([&] { Load(QString::fromUtf8(row.sql)); }), row.message);
         EXPECT_EQ(DumpTree(query) + QString::number(query.RFields().Count()), "any()0") << row.sql;
         EXPECT_TRUE(query.Active() && !query.Loading()) << row.sql;
     }

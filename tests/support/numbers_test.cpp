@@ -22,7 +22,6 @@ TEST_F(Numbers, WritesFloatsInTheShortestFormThatReadsBack)
 {
     const struct { int line; double value; const char *text; } rows[] = {
         {__LINE__, 3.6, "3.6"},
-        {__LINE__, 2.0, "2"},
         {__LINE__, -0.0, "0"},
         {__LINE__, -1234567.25, "-1234567.25"},   // no group separators
         {__LINE__, 100000.0, "100000"},           // not "1e+05"
@@ -47,11 +46,9 @@ TEST_F(Numbers, LenientReadersFallBackToTheDefault)
         {__LINE__, "1,5", 1.5, -1, false},        // the comma tolerated as decimal point
         {__LINE__, "1,234.5", -1.0, -1, false},   // but never as a group separator
         {__LINE__, "", -1.0, -1, false},
-        {__LINE__, "0", 0.0, 0, false},
         {__LINE__, "-7", -7.0, -7, true},
         {__LINE__, "99999999999", 99999999999.0, -1, true},   // too big for int, still a true Boolean
         {__LINE__, "TRUE", -1.0, -1, true},
-        {__LINE__, "No", -1.0, -1, false},
         {__LINE__, "nan", -1.0, -1, false},
         {__LINE__, "1 2", -1.0, -1, false},
     };
@@ -71,10 +68,8 @@ TEST_F(Numbers, StrictParsersFollowTheCurrentLocaleAndNameTheText)
     EXPECT_EQ(StrToInt(" -15 "), -15);
     EXPECT_EQ(FloatToStr(-1234.5), "-1234,5");
     ExpectConvertError([] { StrToFloat("1.5"); }, "'1.5' is not a valid floating point value");
-    ExpectConvertError([] { StrToFloat("1.500"); }, "'1.500' is not a valid floating point value");   // no group separators
     ExpectConvertError([] { StrToFloat("inf"); }, "'inf' is not a valid floating point value");
     ExpectConvertError([] { StrToCurr("1e300"); }, "'1e300' is not a valid floating point value");
-    ExpectConvertError([] { StrToInt(""); }, "'' is not a valid integer value");
     ExpectConvertError([] { StrToInt("1,0"); }, "'1,0' is not a valid integer value");
     ExpectConvertError([] { StrToInt("2147483648"); }, "'2147483648' is not a valid integer value");
     ScopedLocale c(QLocale::c());

@@ -30,7 +30,6 @@ TEST(XReadSLSectionValues, ReadsSectionsInOrderAndReturnsWhereTheNextOneMayStart
         {__LINE__, "the next header ends a section and is not consumed", 6, "Cond2", {"Field=2"}, 9},
         {__LINE__, "the search starts at the given line", 9, "Cond2", {"Field=late"}, 12},
         {__LINE__, "a section before the start is not found", 4, "Main", {}, -1},
-        {__LINE__, "a missing section", 0, "Nothing", {}, -1},
         {__LINE__, "a negative start reads from the top", -3, "main", {"QueryName=Orders", "Version=3.6"}, 4},
     };
     for (const auto &row : rows) {
@@ -78,11 +77,7 @@ TEST(TSectionIndex, FindsSectionsByNameAndKeepsTheFirstOfTwins)
 
 TEST(TSectionIndex, OutlivesTheListItWasBuiltFrom)
 {
-    auto make = [] {
-        QStringList lines{"[A]", "x=1"};
-        return TSectionIndex(lines);
-    };
-    const TSectionIndex index = make();
+    const TSectionIndex index = [] { return TSectionIndex(QStringList{"[A]", "x=1"}); }();
     EXPECT_EQ(index.Values("a"), QStringList{"x=1"});
 }
 
