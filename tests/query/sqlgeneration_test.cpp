@@ -11,27 +11,7 @@ using namespace shop;
 
 namespace {
 
-class TNQueryTest : public ShopQueryFixture
-{
-protected:
-    // Customers with their category: five tables joined, one condition.
-    void CategoryQuery()
-    {
-        AddColumn(s.custName);
-        AddColumn(s.categoryName);
-        query.Filter()->SetLinkType(fltAll);
-        AddCond(s.custCity, "Equal", "Paris");
-    }
-    // Two tables, a sorted column and two conditions.
-    void OrdersQuery()
-    {
-        AddColumn(s.custName)->SetSorting(stAscending);
-        AddColumn(s.orderDate);
-        query.Filter()->SetLinkType(fltAll);
-        AddCond(s.custCity, "Equal", "Paris");
-        AddCond(s.orderTotal, "GreaterThan", "100");
-    }
-};
+using TNQueryTest = ShopQueryFixture;
 
 const QString CategorySelect = QStringLiteral("SELECT c.Name as Customer_name, Categories.Name as Category");
 const QString ExplicitJoins =
@@ -62,7 +42,10 @@ TEST_F(TNQueryTest, WritesTheStatementOfEverySyntax)
         {__LINE__, ssAccess, CategorySelect + "\n" + ExplicitJoins + "\nWHERE\n" + CityWhere, "as SQL2"},
         {__LINE__, ssNexusDB, CategorySelect + "\n" + ExplicitJoins + "\nWHERE\n" + CityWhere, "as SQL2"},
     }};
-    CategoryQuery();
+    // Customers with their category: five tables joined, one condition.
+    AddColumn(s.custName);
+    AddColumn(s.categoryName);
+    AddCond(s.custCity, "Equal", "Paris");
     for (const SyntaxRow &row : rows) {
         query.SetSQLSyntax(row.syntax);
         EXPECT_EQ(Sql(), row.expected) << "line " << row.line << ": " << row.reason;
@@ -107,7 +90,11 @@ TEST_F(TNQueryTest, AppliesEachOptionAloneAndAllTogether)
              + bracketedWhere + "\nORDER BY Customer name ASC",
          "all together: quoting wins over the ASCII filter; ORDER BY names the bare alias"},
     }};
-    OrdersQuery();
+    AddColumn(s.custName)->SetSorting(stAscending);
+    AddColumn(s.orderDate);
+    query.Filter()->SetLinkType(fltAll);
+    AddCond(s.custCity, "Equal", "Paris");
+    AddCond(s.orderTotal, "GreaterThan", "100");
     for (const OptionRow &row : rows) {
         query.SetSQLOptions(row.options);
         EXPECT_EQ(Sql(), row.expected) << "line " << row.line << ": " << row.reason;

@@ -40,20 +40,6 @@ TEST(XReadSLSectionValues, ReadsSectionsInOrderAndReturnsWhereTheNextOneMayStart
     }
 }
 
-TEST(XReadSLSectionValues, WalksAThousandSectionsPositionally)
-{
-    QStringList lines;
-    for (int i = 1; i <= 1000; ++i)
-        lines << QStringLiteral("[Row%1]").arg(i) << QStringLiteral("Value=%1").arg(i) << QString();
-    int pos = 0;
-    QStringList values;
-    for (int i = 1; i <= 1000; ++i) {
-        pos = XReadSLSectionValues(pos, lines, QStringLiteral("row%1").arg(i), values);
-        ASSERT_EQ(pos, 3 * i) << "section " << i;
-        ASSERT_EQ(ValueOf(values, "Value"), QString::number(i));
-    }
-}
-
 TEST(IsSectionHeader, RecognisesOnlyBracketedLines)
 {
     QString name;
