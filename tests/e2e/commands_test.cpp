@@ -13,12 +13,9 @@
 namespace e2e {
 namespace {
 
-struct TGoldenCase
-{
-    const char *Name;       // golden file tests/e2e/golden/<Name>.txt
-    QStringList Args;       // "@examples" and "@db" are filled in
-    const char *InputFile;  // fed to standard input when set (below examples/)
-};
+// Name: the golden file tests/e2e/golden/<Name>.txt; Args: "@examples" and "@db" are filled in;
+// InputFile: fed to standard input when set (below examples/).
+struct TGoldenCase { const char *Name; QStringList Args; const char *InputFile; };
 
 QStringList Expand(const QStringList &args)
 {

@@ -4,8 +4,6 @@
 #include "common/raises.h"
 #include "shopquery.h"
 
-#include <QHash>
-
 using namespace vm20;
 using namespace shop;
 

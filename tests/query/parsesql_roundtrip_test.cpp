@@ -272,13 +272,8 @@ TEST_F(TNQueryRoundTripTest, ChangesEachExcludedKindAsDescribed)
         AddCond(bracket, s.custId, "Equal", "1");
         return AddCond(bracket, s.custId, "Equal", "2");
     };
-    const struct
-    {
-        int line;
-        std::function<void()> build;
-        QString tree;      // what the statement loads into
-        bool sqlChanges;   // false: only the tree loses something
-    } rows[] = {
+    // tree: what the statement loads into; sqlChanges false: only the tree loses something.
+    const struct { int line; std::function<void()> build; QString tree; bool sqlChanges; } rows[] = {
         {__LINE__, [&] { one(fltNone, s.custId, "Equal", "5"); }, "all(Customer ID NotEqual [5])", true},
         {__LINE__, [&] { one(fltNotAll, s.custId, "IsNull", ""); }, "all(Customer ID Unrecognized operator)", true},
         {__LINE__, [&] { one(fltNone, s.custName, "StartsWith", "Jo"); }, "all(Customer name NotStartsWith [Jo])", true},
