@@ -6,7 +6,7 @@
 // "Total sales" a virtual aggregate field, and two predefined conditions (one
 // with a value, one without). Audit is linked to nothing.
 #include "model/dbstructure.h"
-#include "model/richmodel.h"
+#include "../model/richmodel.h"
 
 #include <QString>
 

@@ -6,8 +6,6 @@
 
 #include <gtest/gtest.h>
 
-#include <QLocale>
-
 namespace shop {
 
 class ShopQueryFixture : public ::testing::Test
@@ -44,17 +42,6 @@ protected:
 
     ShopModel s = MakeShopModel();
     TNQuery query;
-};
-
-// Sets the default locale for one test and puts the old one back.
-class LocaleScope
-{
-public:
-    explicit LocaleScope(const QLocale &locale) : FOld(QLocale()) { QLocale::setDefault(locale); }
-    ~LocaleScope() { QLocale::setDefault(FOld); }
-
-private:
-    QLocale FOld;
 };
 
 // The statement pieces joined as Sql() joins them.

@@ -3,6 +3,7 @@
 #include "query/valueformat.h"
 #include "common/raises.h"
 #include "shopquery.h"
+#include "support/supporttest.h"
 #include "support/dattime.h"
 #include "support/exception.h"
 
@@ -33,7 +34,7 @@ protected:
         return query.QResult().WhereLines().value(1);
     }
 
-    LocaleScope german;
+    ScopedLocale german;
 };
 
 // 2024-03-15 13:45:30 as the day count a condition stores.

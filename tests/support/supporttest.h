@@ -1,5 +1,5 @@
 #pragma once
-// Helpers shared by the support tests.
+// Helpers shared by the support tests; the locale scope serves the query tests too.
 #include "support/exception.h"
 
 #include <QLocale>
