@@ -1,6 +1,7 @@
 #include "query/parsesql.h"
 
 #include "model/dbstructure.h"
+#include "query/loadingscope.h"
 #include "query/query.h"
 #include "sqlparse/sqlparser.h"
 #include "support/nstrings.h"
@@ -10,32 +11,6 @@
 namespace vm20 {
 
 namespace {
-
-// Sets the query up for loading and puts its state back on every way out.
-class TLoadingScope
-{
-public:
-    explicit TLoadingScope(TNQuery &query) : FQuery(query), FWasActive(query.Active())
-    {
-        FQuery.BeginLoading();
-        FQuery.SetActive(false);
-        FQuery.BeginUpdate();
-        FQuery.RFields().BeginUpdate();
-    }
-    ~TLoadingScope()
-    {
-        FQuery.RFields().EndUpdate();
-        FQuery.EndUpdate();
-        FQuery.EndLoading();
-        FQuery.SetActive(FWasActive);
-    }
-    TLoadingScope(const TLoadingScope &) = delete;
-    TLoadingScope &operator=(const TLoadingScope &) = delete;
-
-private:
-    TNQuery &FQuery;
-    bool FWasActive;
-};
 
 // Whether the column, with its present caption, is named in the select list
 // and in ORDER BY as the statement names it: by `alias`, or by its bare

@@ -2,6 +2,7 @@
 // written, each read continuing where the previous one ended, so a text is
 // read in one pass; the rows are numbered once, when first asked for after
 // the load.
+#include "query/loadingscope.h"
 #include "query/query.h"
 
 #include "model/dbstructure.h"
@@ -200,30 +201,6 @@ private:
     QStringList FValues;
     int FPos = 0;
     double FVersion = 0;
-};
-
-// Restores the query's active flag and ends its loading state on any exit.
-class TLoadingScope
-{
-public:
-    explicit TLoadingScope(TNQuery &query) : FQuery(query), FWasActive(query.Active())
-    {
-        FQuery.SetActive(false);
-        FQuery.BeginLoading();
-        FQuery.BeginUpdate();
-    }
-    ~TLoadingScope()
-    {
-        FQuery.EndUpdate();
-        FQuery.EndLoading();
-        FQuery.SetActive(FWasActive);
-    }
-    TLoadingScope(const TLoadingScope &) = delete;
-    TLoadingScope &operator=(const TLoadingScope &) = delete;
-
-private:
-    TNQuery &FQuery;
-    bool FWasActive;
 };
 
 } // namespace
