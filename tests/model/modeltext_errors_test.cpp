@@ -7,14 +7,8 @@
 namespace vm20 {
 namespace {
 
+using testing::Saved;
 using testing::SmallModelText;
-
-QStringList Saved(const TNCustomDBStructure &model)
-{
-    QStringList lines;
-    model.SaveToStrings(lines);
-    return lines;
-}
 
 TEST(TNCustomDBStructureBadText, RaisesTheLibrarysErrorAndLeavesANewModel)
 {

@@ -10,14 +10,8 @@
 namespace vm20 {
 namespace {
 
+using testing::Saved;
 using testing::SmallModelText;
-
-QStringList Saved(const TNCustomDBStructure &model)
-{
-    QStringList lines;
-    model.SaveToStrings(lines);
-    return lines;
-}
 
 // Keeps a description of its own, as a provider for a particular database would.
 class TCachingInfo : public TNDBInfo

@@ -7,6 +7,14 @@
 
 namespace vm20::testing {
 
+// The model's text as SaveToStrings writes it.
+inline QStringList Saved(const TNCustomDBStructure &model)
+{
+    QStringList lines;
+    model.SaveToStrings(lines);
+    return lines;
+}
+
 inline void BuildSmallModel(TNCustomDBStructure &model)
 {
     model.ClearOperators();
