@@ -1,24 +1,14 @@
 #include "common/printers.h"
 #include "model/dbstructure.h"
+#include "modeltext_samples.h"
 
 #include <gtest/gtest.h>
 
 namespace vm20 {
 namespace {
 
-QStringList Saved(const TNCustomDBStructure &model)
-{
-    QStringList lines;
-    model.SaveToStrings(lines);
-    return lines;
-}
-
-QStringList OperatorNames(const TNCustomDBStructure &model)
-{
-    QStringList names;
-    model.GetOperatorNames(names);
-    return names;
-}
+using testing::OperatorNames;
+using testing::Saved;
 
 // Today's text of a model read from an older one must read back as itself.
 void ExpectStableOnceConverted(const TNCustomDBStructure &model)

@@ -15,6 +15,14 @@ inline QStringList Saved(const TNCustomDBStructure &model)
     return lines;
 }
 
+// The names of the model's operators, in model order.
+inline QStringList OperatorNames(const TNCustomDBStructure &model)
+{
+    QStringList names;
+    model.GetOperatorNames(names);
+    return names;
+}
+
 inline void BuildSmallModel(TNCustomDBStructure &model)
 {
     model.ClearOperators();

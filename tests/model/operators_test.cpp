@@ -2,6 +2,7 @@
 #include "common/raises.h"
 #include "model/dbstructure.h"
 #include "model/errors.h"
+#include "modeltext_samples.h"
 #include "richmodel.h"
 
 #include <gtest/gtest.h>
@@ -9,12 +10,7 @@
 namespace vm20 {
 namespace {
 
-QStringList OperatorNames(const TNCustomDBStructure &model)
-{
-    QStringList names;
-    model.GetOperatorNames(names);
-    return names;
-}
+using testing::OperatorNames;
 
 const QStringList AlwaysSeven = {"Equal", "NotEqual", "LessThan", "LessOrEqual", "GreaterThan",
                                  "GreaterOrEqual", "IsNull"};
