@@ -2,6 +2,7 @@
 
 #include "model/dbstructure.h"
 #include "model/dslink.h"
+#include "model/sqlnames.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
 
@@ -57,8 +58,10 @@ QString TDSTable::MainExpr() const
     const TSQLFormats &formats = FormatsOf(FDBStruct);
     const TDMOptions &options = OptionsOf(FDBStruct);
     QString name = FTableName;
-    if (FQuoted && !name.isEmpty() && !name.startsWith(QLatin1Char('"')))
-        name = formats.QuoteSymbol1() + name + formats.QuoteSymbol2();
+    // A name stored with its quotes already is written as stored.
+    if (FQuoted && !name.isEmpty() && !IsQuotedSQLName(name, QLatin1Char('"'), QLatin1Char('"'))
+        && !IsQuotedSQLName(name, formats.QuoteSymbol1(), formats.QuoteSymbol2()))
+        name = QuotedSQLName(name, formats.QuoteSymbol1(), formats.QuoteSymbol2());
     if (options.MultiDB() && !FDatabaseName.isEmpty() && FDatabaseName != options.DefaultDatabase()
         && !formats.FullTableName().isEmpty()) {
         QString full = formats.FullTableName();

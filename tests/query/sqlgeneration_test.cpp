@@ -87,8 +87,8 @@ TEST_F(TNQueryTest, AppliesEachOptionAloneAndAllTogether)
          {soASCIIRFields, soSelectDistinct, soQuoteAliases, soBracketJoins, soBracketConditions, soSortByNames,
           soFilter},
          "SELECT DISTINCT c.Name as \"Customer name\", o.OrderDate as \"Order date\"\n" + bracketedFrom + "\n"
-             + bracketedWhere + "\nORDER BY Customer name ASC",
-         "all together: quoting wins over the ASCII filter; ORDER BY names the bare alias"},
+             + bracketedWhere + "\nORDER BY \"Customer name\" ASC",
+         "all together: quoting wins over the ASCII filter; ORDER BY names the alias as the select list does"},
     }};
     AddColumn(s.custName)->SetSorting(stAscending);
     AddColumn(s.orderDate);
@@ -183,6 +183,15 @@ TEST_F(TNQueryTest, SendsAggregateConditionsToHavingAndGroupsTheOtherColumns)
     EXPECT_EQ(Sql(), head + "\nWHERE\n(\nc.City = 'Paris'\n)\nGROUP BY c.Name\nHAVING ( SUM(o.Total) >1000 )");
     query.SetSQLOptions({soBracketConditions});
     EXPECT_EQ(Sql().section('\n', -1), "HAVING ( (SUM(o.Total) >1000) )");
+    query.SetSQLOptions({});
+    TFilterBracket *none = query.AddBracket(query.Filter());
+    none->SetLinkType(fltNone);
+    AddCond(none, s.totalSales, "GreaterThan", "5000");
+    TFilterBracket *any = query.AddBracket(query.Filter());
+    AddCond(any, s.totalSales, "GreaterThan", "1");
+    EXPECT_EQ(Sql().section('\n', -1),
+              "HAVING ( SUM(o.Total) >1000 AND NOT ( SUM(o.Total) >5000 ) AND ( SUM(o.Total) >1 ) )")
+        << "a link word and the next opener stay two words";
 }
 
 TEST_F(TNQueryTest, NestsBracketsAndLeavesOutDisabledOnes)
