@@ -144,12 +144,6 @@ TSQLSyntax SyntaxOf(const TFilterCond &condition)
     return condition.Query() ? condition.Query()->SQLSyntax() : ssSQL2;
 }
 
-bool IsQuotedType(const TNCustomDBStructure *model, TFieldType type)
-{
-    const TFieldTypes quoted = model ? model->SQLFormats().QuotedTypes()
-                                     : TSQLFormats::DefaultQuotedTypes();
-    return quoted.contains(type);
-}
 
 // The stored form is a day count; a date typed in the locale's own form is
 // accepted too, so the default text of an empty date value converts.
@@ -189,6 +183,17 @@ QString ModelDateFormat(const TNCustomDBStructure *model, TFieldType type)
 
 } // namespace
 
+bool IsQuotedValueType(const TNCustomDBStructure *model, TFieldType type)
+{
+    // A text written without quotes would be read as SQL, whatever the
+    // model's list says.
+    if (IsStringType(type))
+        return true;
+    const TFieldTypes quoted = model ? model->SQLFormats().QuotedTypes()
+                                     : TSQLFormats::DefaultQuotedTypes();
+    return quoted.contains(type);
+}
+
 bool IsDateType(TFieldType type)
 {
     return type == ftDate || type == ftTime || type == ftDateTime || type == ftTimeStamp;
@@ -218,7 +223,7 @@ QString ExtractValue(const TFilterCond &condition, int index)
         return ProcessScalarValue(condition, index, text);
 
     const TNCustomDBStructure *model = ModelOf(condition);
-    const QString quote = IsQuotedType(model, type) ? QStringLiteral("'") : QString();
+    const QString quote = IsQuotedValueType(model, type) ? QStringLiteral("'") : QString();
     const auto *simple = dynamic_cast<const TSimpleCond *>(&condition);
     const bool lower = simple && simple->IsCaseInsensitive() && model;
     QStringList items;
@@ -250,11 +255,11 @@ QString ProcessScalarValue(const TFilterCond &condition, int index, const QStrin
         return CheckedNumber(text);
     if (type == ftBoolean)
         return BooleanLiteral(ModelOf(condition), text);
-    if (IsStringType(type)) {
+    if (IsQuotedValueType(ModelOf(condition), type)) {
         QString result = text;
         return result.replace(QLatin1Char('\''), QStringLiteral("''"));
     }
-    return text;
+    return CheckedNumber(text);
 }
 
 QString ProcessDateValue(const TNCustomDBStructure *model, TSQLSyntax syntax, TFieldType type,

@@ -157,6 +157,8 @@ TEST_F(ValueFormatTest, WritesOnlyNumbersForUnquotedNumericTypes)
          "p.Code = 123456789012345678901", "digits beyond 64 bits are still a number"},
         {__LINE__, &ShopModel::custId, ftBCD, "Equal", "-12.50", {}, "c.ID = -12.50", "BCD keeps its digits"},
         {__LINE__, &ShopModel::custId, ftBCD, "Equal", ".5e3", {}, "c.ID = .5e3", "BCD exponent"},
+        {__LINE__, &ShopModel::custId, ftGuid, "Equal", "abc", {}, {}, "an unquoted type of no group"},
+        {__LINE__, &ShopModel::custId, ftVariant, "Equal", "12", {}, "c.ID = 12", "a number passes any type"},
     };
     for (const NumberRow &row : rows) {
         (s.*row.field)->SetFieldType(row.type);
@@ -202,6 +204,31 @@ TEST_F(ValueFormatTest, WritesBooleansWithTheFormatsWords)
         else
             EXPECT_EQ(text, row.expected) << "line " << row.line << ": " << row.reason << ": "
                                           << raised.toStdString();
+    }
+}
+
+struct QuotedRow { int line; TFieldTypes quoted; TFieldType type; const char *op; QString value; QString expected;
+    const char *reason; };
+
+// A text value stays one literal whatever the model says about its quotes.
+TEST_F(ValueFormatTest, KeepsTextValuesInsideTheirQuotes)
+{
+    TNDBStructure &model = *s.model;
+    s.custName->AddOperator(model.GetOperator(model.AddOperator("Is", "is", "@f = @1", "", TextualTypes())));
+    const QuotedRow rows[] = {
+        {__LINE__, {}, ftString, "Equal", "x' OR '1'='1", "c.Name = 'x'' OR ''1''=''1'",
+         "a string type is quoted even when the model leaves it out"},
+        {__LINE__, {}, ftString, "InList", "a,b'", "c.Name in ('a','b''')", "and so is every list item"},
+        {__LINE__, {ftVariant}, ftVariant, "Equal", "O'Brien", "c.Name = 'O''Brien'",
+         "a quoted type of no group doubles its quotes"},
+        {__LINE__, TSQLFormats::DefaultQuotedTypes(), ftString, "Is", "x OR 1=1", "c.Name = 'x OR 1=1'",
+         "a template without quotes gets them around a text"},
+    };
+    for (const QuotedRow &row : rows) {
+        model.SQLFormats().SetQuotedTypes(row.quoted);
+        s.custName->SetFieldType(row.type);
+        EXPECT_EQ(ConditionText(s.custName, row.op, row.value, {}), row.expected)
+            << "line " << row.line << ": " << row.reason;
     }
 }
 
