@@ -79,7 +79,7 @@ QString TDSTable::FromExpr() const
     if (FTableAlias != FTableName) {
         if (FormatsOf(FDBStruct).UseAsInFrom())
             result += QLatin1String(" AS");
-        result += QLatin1Char(' ') + FTableAlias;
+        result += QLatin1Char(' ') + SQLAlias();
     }
     if (!FTableHints.isEmpty())
         result += QLatin1String(" WITH ") + FTableHints;
@@ -89,8 +89,16 @@ QString TDSTable::FromExpr() const
 QString TDSTable::WhereExpr() const
 {
     if (!FTableAlias.isEmpty() && FTableAlias != FTableName)
-        return FTableAlias;
+        return SQLAlias();
     return MainExpr();
+}
+
+QString TDSTable::SQLAlias() const
+{
+    if (IsPlainSQLName(FTableAlias))
+        return FTableAlias;
+    const TSQLFormats &formats = FormatsOf(FDBStruct);
+    return QuotedSQLName(FTableAlias, formats.QuoteSymbol1(), formats.QuoteSymbol2());
 }
 
 QString TDSTable::CompoundName() const

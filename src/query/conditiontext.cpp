@@ -75,9 +75,9 @@ std::optional<QString> TQueryBuilder::FormCondition(TFilterCond &condition)
         text.replace(QLatin1String("@f"), fieldExpr);
     }
     if (!tables.empty() && tables.front() && text.contains(QLatin1String("@t")))
-        text.replace(QLatin1String("@t"), tables.front()->TableAlias());
+        text.replace(QLatin1String("@t"), tables.front()->SQLAlias());
     if (FResult.ResultTables().Count() > 0 && text.contains(QLatin1String("@m")))
-        text.replace(QLatin1String("@m"), FResult.ResultTables().Items(0)->Table()->TableAlias());
+        text.replace(QLatin1String("@m"), FResult.ResultTables().Items(0)->Table()->SQLAlias());
 
     const int count = condition.GetValueCount();
     for (int i = 1; i <= count; ++i)
