@@ -1,5 +1,6 @@
 // Whole statements, compared character for character.
 #include "model/errors.h"
+#include "support/exception.h"
 #include "query/valueformat.h"
 #include "common/raises.h"
 #include "shopquery.h"
@@ -149,6 +150,29 @@ TEST_F(TNQueryTest, PutsTopBeforeTheColumnsAndLimitLast)
     query.SetSQLTopClause("10");
     query.SetSQLLimitClause("5");
     EXPECT_EQ(Sql(), "SELECT  TOP 10 c.Name as Customer_name\nFROM " + J + "Customers c\nLIMIT 5");
+}
+
+struct ClauseRow { int line; const char *top; const char *limit; bool valid; const char *reason; };
+
+// Row counts come from outside the model (options, dialogs): only counts pass.
+TEST_F(TNQueryTest, TakesOnlyRowCountsForTopAndLimit)
+{
+    const ClauseRow rows[] = {
+        {__LINE__, "10 PERCENT", "5 OFFSET 10", true, "the percent and offset forms"},
+        {__LINE__, "(3) with ties", "5, 10", true, "brackets, ties and the comma form"},
+        {__LINE__, "1 (SELECT sql FROM sqlite_master) AS s,", "", false, "a column smuggled in by TOP"},
+        {__LINE__, "", "1; DROP TABLE t", false, "a second statement after LIMIT"},
+        {__LINE__, "", "(SELECT COUNT(*) FROM t)", false, "a sub-query"},
+        {__LINE__, "", "-1", false, "a negative count"},
+    };
+    AddColumn(s.custName);
+    for (const ClauseRow &row : rows) {
+        query.SetSQLTopClause(row.top);
+        query.SetSQLLimitClause(row.limit);
+        const QString raised = Raised<EConvertError>([&] { Sql(); });
+        EXPECT_EQ(raised == "no error", row.valid) << "line " << row.line << ": " << row.reason << ": "
+                                                   << raised.toStdString();
+    }
 }
 
 TEST_F(TNQueryTest, WritesParametersAndKeepsTheirValueFormat)
