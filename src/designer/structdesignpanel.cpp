@@ -154,36 +154,91 @@ void TNStructDesignPanel::DBStructureChanged()
 
 void TNStructDesignPanel::AttachModel()
 {
-    if (!FStruct)
-        return;
-    FPreviousOnChange = FStruct->OnChange;
-    FStruct->OnChange = [this](TNCustomDBStructure *model) {
-        if (FPreviousOnChange)
-            FPreviousOnChange(model);
-        ModelChanged();
-    };
-    connect(FStruct, &QObject::destroyed, this, [this] { ModelDestroyed(); });
+    if (FStruct)
+        FStruct->AddObserver(this);
 }
 
 void TNStructDesignPanel::DetachModel()
 {
-    if (!FStruct)
-        return;
-    FStruct->OnChange = FPreviousOnChange;
-    FPreviousOnChange = nullptr;
-    disconnect(FStruct, nullptr, this, nullptr);
+    if (FStruct)
+        FStruct->RemoveObserver(this);
 }
 
-void TNStructDesignPanel::ModelChanged()
+void TNStructDesignPanel::ModelChanged(TNCustomDBStructure *, const TModelChange &change)
 {
-    if (FRebuilding)
+    if (FRebuilding || !FActive)
         return;
     if (FAddingLink)
         CancelAddLink();
-    DBStructureChanged();
+    switch (change.Kind) {
+    case mckOptions:
+    case mckOperators:
+    case mckConditions:
+    case mckGroups:
+        return;
+    case mckLinks: {
+        // The table windows stay (one may be the sender of the click that
+        // added the link); their lists gain or lose join columns.
+        const TDSLink *activeLink = FActiveLink ? FActiveLink->Link() : nullptr;
+        FActiveLink = nullptr;
+        for (const auto &rep : FTableReps)
+            rep->FillFieldsList();
+        CreateLinkList();
+        if (activeLink)
+            SetActiveLink(LinkRep(activeLink));
+        InvalidateLinks();
+        return;
+    }
+    default:
+        DBStructureChanged();
+    }
 }
 
-void TNStructDesignPanel::ModelDestroyed()
+void TNStructDesignPanel::EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity)
+{
+    if (!FActive || !entity.Entity)
+        return;
+    if (FAddingLink)
+        CancelAddLink();
+    // Nothing shown may point at the entity once it is freed; the change
+    // notice that follows rebuilds the rest.
+    if (entity.Kind == mckTables) {
+        const TDSTable *table = static_cast<const TDSTable *>(entity.Entity);
+        for (int i = 0; i < model->GetLinkCount(); ++i)
+            if (model->GetLink(i)->ContainsTable(table))
+                ForgetLink(model->GetLink(i));
+        ForgetTable(table);
+    } else if (entity.Kind == mckLinks) {
+        ForgetLink(static_cast<const TDSLink *>(entity.Entity));
+    }
+}
+
+void TNStructDesignPanel::ForgetLink(const TDSLink *link)
+{
+    const int index = FLinkReps.IndexByDSLink(link);
+    if (index < 0)
+        return;
+    if (FActiveLink == FLinkReps.Items(index))
+        FActiveLink = nullptr;
+    InvalidateLinks(FLinkReps.Items(index)->BoundingRect());
+    FLinkReps.Delete(index);
+}
+
+void TNStructDesignPanel::ForgetTable(const TDSTable *table)
+{
+    const int index = FTableReps.IndexByDSTable(table);
+    if (index < 0)
+        return;
+    TTableRep *rep = FTableReps.Items(index);
+    for (int i = FLinkReps.Count() - 1; i >= 0; --i)
+        if (FLinkReps.Items(i)->TableRep1() == rep || FLinkReps.Items(i)->TableRep2() == rep)
+            ForgetLink(FLinkReps.Items(i)->Link());
+    if (FActiveTable == rep)
+        FActiveTable = nullptr;
+    FTableReps.Delete(index);
+}
+
+void TNStructDesignPanel::ModelDestroyed(TNCustomDBStructure *)
 {
     FAddingLink = false;
     FNewLink.reset();
@@ -192,7 +247,7 @@ void TNStructDesignPanel::ModelDestroyed()
     FLinkReps.Clear();
     FTableReps.Clear();
     FActive = false;
-    FPreviousOnChange = nullptr;
+    FStruct = nullptr;
 }
 
 // --- arrangement ------------------------------------------------------------------

@@ -10,6 +10,7 @@
 #include "designer/linkrep.h"
 #include "designer/tablerep.h"
 #include "model/dbstructure.h"
+#include "model/modelobserver.h"
 
 #include <QFrame>
 #include <QPointer>
@@ -33,7 +34,7 @@ enum TLinkRouting {
     lrAroundTables    // an orthogonal detour where the straight line crosses a table
 };
 
-class TNStructDesignPanel : public QFrame
+class TNStructDesignPanel : public QFrame, private TNModelObserver
 {
 public:
     explicit TNStructDesignPanel(QWidget *parent = nullptr);
@@ -173,8 +174,11 @@ protected:
 private:
     void AttachModel();
     void DetachModel();
-    void ModelChanged();
-    void ModelDestroyed();
+    void ModelChanged(TNCustomDBStructure *model, const TModelChange &change) override;
+    void EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity) override;
+    void ModelDestroyed(TNCustomDBStructure *model) override;
+    void ForgetTable(const TDSTable *table);
+    void ForgetLink(const TDSLink *link);
     void SetHint(const QString &name);
     void UpdateFullScreenButton();
     void PlaceFullScreenButton();
@@ -212,8 +216,6 @@ private:
     QPointer<QWidget> FSavedParent;
     QRect FSavedGeometry;
     int FSavedLayoutIndex = -1;
-
-    std::function<void(TNCustomDBStructure *)> FPreviousOnChange;
 };
 
 } // namespace vm20

@@ -19,15 +19,6 @@
 namespace vm20 {
 namespace {
 
-QApplication &App()
-{
-    static int argc = 1;
-    static char name[] = "designer_tests";
-    static char *argv[] = {name, nullptr};
-    static QApplication app(argc, argv);
-    return app;
-}
-
 void SendMouse(QWidget *widget, QEvent::Type type, QPoint pos, Qt::MouseButton button)
 {
     const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
@@ -57,7 +48,6 @@ class StructDesignPanel : public ::testing::Test
 public:
     void SetUp() override
     {
-        App();
         TDSTable *customers = model.GetTable(model.AddTable("customers", "Customers"));
         TDSTable *orders = model.GetTable(model.AddTable("orders", "Orders"));
         TDSTable *items = model.GetTable(model.AddTable("items", "Items"));
@@ -85,10 +75,6 @@ protected:
     }
 
 public:
-    struct TAppFirst
-    {
-        TAppFirst() { App(); }
-    } appFirst;   // widgets need the application before they are made
     TNDBStructure model;
     TNStructDesignPanel panel;
     QStringList questions;
