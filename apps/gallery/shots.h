@@ -14,6 +14,7 @@ struct GalleryState
 };
 
 std::vector<GalleryState> GalleryStates();
+std::vector<GalleryState> DesignerStates();
 
 // Renders the widget (and the pop-ups it has open) into one image.
 QImage RenderState(QWidget *widget, qreal devicePixelRatio);

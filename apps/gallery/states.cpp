@@ -54,11 +54,14 @@ std::unique_ptr<QWidget> Buttons(bool pressed, bool hovered)
 
 std::vector<GalleryState> GalleryStates()
 {
-    return {
+    std::vector<GalleryState> states = {
         {QStringLiteral("button-idle"), [] { return Buttons(false, false); }},
         {QStringLiteral("button-hovered"), [] { return Buttons(false, true); }},
         {QStringLiteral("button-pressed"), [] { return Buttons(true, false); }},
     };
+    for (GalleryState &state : DesignerStates())
+        states.push_back(std::move(state));
+    return states;
 }
 
 QImage RenderState(QWidget *widget, qreal devicePixelRatio)
