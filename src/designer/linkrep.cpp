@@ -6,6 +6,9 @@
 
 #include <QPainter>
 
+#include <algorithm>
+#include <cstdlib>
+
 namespace vm20 {
 
 TLinkRep::TLinkRep(TNStructDesignPanel *panel, TDSLink *link, TTableRep *table1,
@@ -22,13 +25,32 @@ void TLinkRep::SetActive(bool value)
     if (FActive == value)
         return;
     FActive = value;
-    UpdateBounds();
-    FPanel->InvalidateLinks(FBounds);
+    FPanel->InvalidateLinks(Region());
+}
+
+QRegion TLinkRep::Region() const
+{
+    constexpr int piece = 48;
+    std::vector<QRect> rects;
+    for (const QLine &l : LinkSegments(FNodes1.Points(), FNodes2.Points(), FRoute)) {
+        const int length = std::max(std::abs(l.dx()), std::abs(l.dy()));
+        const int pieces = std::max(1, length / piece);
+        QPoint from = l.p1();
+        for (int i = 1; i <= pieces; ++i) {
+            const QPoint to = l.p1() + QPoint(l.dx() * i / pieces, l.dy() * i / pieces);
+            rects.push_back(QRect(from, to).normalized().adjusted(-3, -3, 3, 3));
+            from = to;
+        }
+    }
+    QRegion region;
+    for (const QRect &r : rects)
+        region += r;
+    return region;
 }
 
 void TLinkRep::RecalcPositions()
 {
-    const QRect old = FBounds;
+    const QRegion old = Region();
     FNodes1.Clear();
     FNodes2.Clear();
     FRoute.clear();
@@ -41,7 +63,7 @@ void TLinkRep::RecalcPositions()
                                        FPanel->TableRects());
     }
     UpdateBounds();
-    FPanel->InvalidateLinks(old.united(FBounds));
+    FPanel->InvalidateLinks(old + Region());
 }
 
 void TLinkRep::CalcPosForTable(const QStringList &entries, TLinkNodes &nodes,
@@ -81,7 +103,7 @@ bool TLinkRep::IsOver(int x, int y) const
 
 void TLinkRep::MoveNode2ToMouseCursor(QPoint pos)
 {
-    const QRect old = FBounds;
+    const QRegion old = Region();
     FNodes2.Clear();
     if (FNodes1.Count()) {
         TLinkNode *node = FNodes2.Add(QString());
@@ -93,7 +115,7 @@ void TLinkRep::MoveNode2ToMouseCursor(QPoint pos)
         node->Direction = pos.x() >= j1.x() ? -1 : 1;
     }
     UpdateBounds();
-    FPanel->InvalidateLinks(old.united(FBounds));
+    FPanel->InvalidateLinks(old + Region());
 }
 
 void TLinkRep::UpdateBounds()

@@ -5,6 +5,7 @@
 
 #include <QPoint>
 #include <QRect>
+#include <QRegion>
 #include <QStringList>
 
 #include <memory>
@@ -44,6 +45,9 @@ public:
     void MoveNode2ToMouseCursor(QPoint pos);
     // Everything the link paints, with room for the pen.
     QRect BoundingRect() const { return FBounds; }
+    // What the link covers, as small rectangles along its segments: a long
+    // diagonal line does not make everything under it repaint.
+    QRegion Region() const;
     const std::vector<QPoint> &Route() const { return FRoute; }
 
 private:

@@ -165,7 +165,7 @@ void TNStructDesignPanel::FinishAddLink()
     if (!FAddingLink)
         return;
     SetLinkHandlers(false);
-    const QRect pending = FNewLink ? FNewLink->BoundingRect() : QRect();
+    const QRegion pending = FNewLink ? FNewLink->Region() : QRegion();
     FNewLink.reset();
     FLinkTable1 = nullptr;
     FLinkField1.clear();

@@ -220,7 +220,7 @@ void TNStructDesignPanel::ForgetLink(const TDSLink *link)
         return;
     if (FActiveLink == FLinkReps.Items(index))
         FActiveLink = nullptr;
-    InvalidateLinks(FLinkReps.Items(index)->BoundingRect());
+    InvalidateLinks(FLinkReps.Items(index)->Region());
     FLinkReps.Delete(index);
 }
 
@@ -334,7 +334,7 @@ void TNStructDesignPanel::InvalidateLinks()
     FDesignArea->Canvas()->update();
 }
 
-void TNStructDesignPanel::InvalidateLinks(const QRect &area)
+void TNStructDesignPanel::InvalidateLinks(const QRegion &area)
 {
     if (!FRebuilding && !area.isEmpty())
         FDesignArea->Canvas()->update(area);

@@ -70,7 +70,7 @@ public:
     void RecalcLinkPositions();
     void RecalcLinkPositionsOf(const TTableRep *rep);
     void InvalidateLinks();
-    void InvalidateLinks(const QRect &area);
+    void InvalidateLinks(const QRegion &area);
     TLinkRouting LinkRouting() const { return FLinkRouting; }
     void SetLinkRouting(TLinkRouting value);
 

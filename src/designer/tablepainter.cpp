@@ -67,7 +67,8 @@ void DrawTableFrame(QPainter *painter, const QRect &table, const QString &title,
 }
 
 void DrawFieldRows(QPainter *painter, const QRect &list, const QStringList &rows, int topIndex,
-                   int current, const TTableMetrics &metrics, const QPalette &palette)
+                   int current, const TTableMetrics &metrics, const QPalette &palette,
+                   const QRect &dirty)
 {
     painter->save();
     painter->setClipRect(list, Qt::IntersectClip);
@@ -75,6 +76,9 @@ void DrawFieldRows(QPainter *painter, const QRect &list, const QStringList &rows
     int y = list.top();
     for (int i = std::max(0, topIndex); i < rows.size() && y < list.bottom(); ++i) {
         const QRect row(list.left(), y, list.width(), metrics.RowHeight);
+        y += metrics.RowHeight;
+        if (dirty.isValid() && !dirty.intersects(row))
+            continue;
         if (i == current) {
             painter->fillRect(row, palette.color(QPalette::Highlight));
             painter->setPen(palette.color(QPalette::HighlightedText));
@@ -84,7 +88,6 @@ void DrawFieldRows(QPainter *painter, const QRect &list, const QStringList &rows
         const QRect textRect = row.adjusted(metrics.TextPadding, 0, -metrics.TextPadding, 0);
         painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft,
                           fm.elidedText(rows[i], Qt::ElideRight, textRect.width()));
-        y += metrics.RowHeight;
     }
     painter->restore();
 }

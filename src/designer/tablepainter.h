@@ -30,7 +30,9 @@ struct TTableMetrics
 void DrawTableFrame(QPainter *painter, const QRect &table, const QString &title, bool active,
                     const TTableMetrics &metrics, const QPalette &palette);
 // Rows from `topIndex` on, clipped to `list`; `current` is highlighted.
+// Rows outside `dirty` (when given) are skipped.
 void DrawFieldRows(QPainter *painter, const QRect &list, const QStringList &rows, int topIndex,
-                   int current, const TTableMetrics &metrics, const QPalette &palette);
+                   int current, const TTableMetrics &metrics, const QPalette &palette,
+                   const QRect &dirty = QRect());
 
 } // namespace vm20

@@ -1,6 +1,7 @@
 #include "designer/tablereplistbox.h"
 
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -15,6 +16,7 @@ TTableRepListBox::TTableRepListBox(QWidget *parent)
 {
     setMouseTracking(true);
     setFocusPolicy(Qt::ClickFocus);
+    setAttribute(Qt::WA_OpaquePaintEvent);
 }
 
 void TTableRepListBox::SetItems(const QStringList &items)
@@ -97,13 +99,14 @@ void TTableRepListBox::UpdateScrollBar()
     FScrollBar->setGeometry(width() - w, 0, w, height());
 }
 
-void TTableRepListBox::paintEvent(QPaintEvent *)
+void TTableRepListBox::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
+    painter.fillRect(event->rect(), palette().color(QPalette::Base));
     QRect list = rect();
     if (FScrollBar && FScrollBar->isVisible())
         list.setRight(FScrollBar->x() - 1);
-    DrawFieldRows(&painter, list, FItems, FTopIndex, FItemIndex, FMetrics, palette());
+    DrawFieldRows(&painter, list, FItems, FTopIndex, FItemIndex, FMetrics, palette(), event->rect());
 }
 
 void TTableRepListBox::mousePressEvent(QMouseEvent *event)
