@@ -93,6 +93,12 @@ int main(int argc, char *argv[])
     std::unique_ptr<QCoreApplication> app;
     if (argc > 1 && qstrcmp(argv[1], "diagram") == 0) {
         qputenv("QT_QPA_PLATFORM", "offscreen");
+        // The platform's notes (no runtime folder, no window manager) are no
+        // business of the command's user: only its own message goes to stderr.
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg)
+                std::fprintf(stderr, "vm20 diagram: %s\n", qUtf8Printable(text));
+        });
         app = std::make_unique<QApplication>(argc, argv);
     } else {
         app = std::make_unique<QCoreApplication>(argc, argv);

@@ -2,6 +2,7 @@
 
 #include <QMouseEvent>
 #include <QPaintEvent>
+#include <QFontMetrics>
 #include <QPainter>
 #include <QScrollBar>
 #include <QWheelEvent>
@@ -22,6 +23,7 @@ TTableRepListBox::TTableRepListBox(QWidget *parent)
 void TTableRepListBox::SetItems(const QStringList &items)
 {
     FItems = items;
+    FRowTexts.clear();
     FItemIndex = -1;
     FTopIndex = std::clamp(FTopIndex, 0, MaxTopIndex());
     UpdateScrollBar();
@@ -102,11 +104,38 @@ void TTableRepListBox::UpdateScrollBar()
 void TTableRepListBox::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    painter.fillRect(event->rect(), palette().color(QPalette::Base));
+    const QPalette pal = palette();
+    painter.fillRect(event->rect(), pal.color(QPalette::Base));
     QRect list = rect();
     if (FScrollBar && FScrollBar->isVisible())
         list.setRight(FScrollBar->x() - 1);
-    DrawFieldRows(&painter, list, FItems, FTopIndex, FItemIndex, FMetrics, palette(), event->rect());
+    const int textWidth = list.width() - 2 * FMetrics.TextPadding;
+    if (textWidth != FRowTextWidth || FRowTexts.size() != size_t(FItems.size())) {
+        FRowTexts.assign(size_t(FItems.size()), QStaticText());
+        FRowTextWidth = textWidth;
+    }
+    const QFontMetrics fm = fontMetrics();
+    const int textTop = (FMetrics.RowHeight - fm.height()) / 2;
+    for (int i = FTopIndex; i < Count(); ++i) {
+        const QRect row = ItemRect(i);
+        if (row.top() > list.bottom())
+            break;
+        if (!row.intersects(event->rect()))
+            continue;
+        QStaticText &text = FRowTexts[size_t(i)];
+        if (text.text().isEmpty() && !FItems[i].isEmpty()) {
+            text.setTextFormat(Qt::PlainText);
+            text.setText(fm.elidedText(FItems[i], Qt::ElideRight, std::max(0, textWidth)));
+            text.prepare(QTransform(), font());
+        }
+        if (i == FItemIndex) {
+            painter.fillRect(row.intersected(list), pal.color(QPalette::Highlight));
+            painter.setPen(pal.color(QPalette::HighlightedText));
+        } else {
+            painter.setPen(pal.color(QPalette::Text));
+        }
+        painter.drawStaticText(list.left() + FMetrics.TextPadding, row.top() + textTop, text);
+    }
 }
 
 void TTableRepListBox::mousePressEvent(QMouseEvent *event)
@@ -159,6 +188,7 @@ void TTableRepListBox::changeEvent(QEvent *event)
 {
     if (event->type() == QEvent::FontChange) {
         FMetrics = TTableMetrics::For(font());
+        FRowTexts.clear();
         UpdateScrollBar();
     }
     QWidget::changeEvent(event);

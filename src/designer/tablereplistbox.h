@@ -5,8 +5,11 @@
 // being drawn, clicks on fields, mouse moves and the mouse leaving it.
 #include "designer/tablepainter.h"
 
+#include <QStaticText>
 #include <QStringList>
 #include <QWidget>
+
+#include <vector>
 
 #include <functional>
 
@@ -62,6 +65,10 @@ private:
     int FTopIndex = 0;
     TTableMetrics FMetrics;
     QScrollBar *FScrollBar = nullptr;   // made when the rows first overflow
+    // Laid-out row texts for the current text width: dragging a table
+    // repaints many lists, and shaping text is the dearest part of it.
+    std::vector<QStaticText> FRowTexts;
+    int FRowTextWidth = -1;
 };
 
 } // namespace vm20
