@@ -52,13 +52,18 @@ std::vector<int> Channels(const std::vector<QRect> &obstacles, int middle, bool 
 {
     constexpr int clearance = 10;
     std::vector<int> result{middle};
+    // A channel on the area's very edge would read as its border.
+    auto add = [&result](int c) {
+        if (c >= clearance / 2)
+            result.push_back(c);
+    };
     for (const QRect &r : obstacles) {
         if (vertical) {
-            result.push_back(r.left() - clearance);
-            result.push_back(RightEnd(r) + clearance);
+            add(r.left() - clearance);
+            add(RightEnd(r) + clearance);
         } else {
-            result.push_back(r.top() - clearance);
-            result.push_back(BottomEnd(r) + clearance);
+            add(r.top() - clearance);
+            add(BottomEnd(r) + clearance);
         }
     }
     std::stable_sort(result.begin(), result.end(), [middle](int a, int b) {

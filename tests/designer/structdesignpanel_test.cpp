@@ -8,6 +8,8 @@
 #include <gtest/gtest.h>
 
 #include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
 #include <QImage>
 #include <QKeyEvent>
 #include <QMouseEvent>
@@ -255,6 +257,41 @@ TEST_F(StructDesignPanel, FullScreenFormHoldsThePanelUntilRestored)
     EXPECT_FALSE(inner->FullScreenMode());
     EXPECT_EQ(inner->parentWidget(), &host);
     EXPECT_EQ(layout->indexOf(inner), 0);
+}
+
+TEST_F(StructDesignPanel, TableDeletedFromItsOwnMenuTakesItsLinks)
+{
+    TTableRep *orders = Rep("orders");
+    panel.MenuHook = [](QMenu *menu, QPoint) -> QAction * {
+        for (QAction *action : menu->actions())
+            if (action->text() == "Delete table")
+                return action;
+        return nullptr;
+    };
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(20, 5), orders->mapToGlobal(QPoint(20, 5)));
+    QApplication::sendEvent(orders, &menu);   // the window is deleted while it handles this
+    EXPECT_EQ(questions, QStringList{"Delete table?"});
+    EXPECT_EQ(model.TableByName(0, "orders"), nullptr);
+    EXPECT_EQ(model.GetLinkCount(), 0);
+    EXPECT_EQ(panel.TableReps().Count(), 2);
+    EXPECT_EQ(panel.LinkReps().Count(), 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(StructDesignPanel, ThousandTablesAreArrangedWithoutOverlap)
+{
+    model.BeginUpdate();
+    for (int i = 0; i < 1000; ++i)
+        model.AddTable(QStringLiteral("t%1").arg(i), QStringLiteral("Table number %1").arg(i));
+    model.EndUpdate();
+    model.Changed();
+    ASSERT_EQ(panel.TableReps().Count(), 1003);
+    panel.ArrangeTables();
+    const std::vector<QRect> rects = panel.TableRects();
+    for (size_t i = 0; i < rects.size(); ++i)
+        for (size_t j = i + 1; j < rects.size(); ++j)
+            ASSERT_FALSE(rects[i].intersects(rects[j])) << i << " and " << j;
+    EXPECT_GE(panel.DesignArea()->Canvas()->height(), rects.back().bottom()) << "the area scrolls to the last";
 }
 
 } // namespace
