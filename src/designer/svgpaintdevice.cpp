@@ -109,7 +109,8 @@ public:
         FXml.writeStartElement(QStringLiteral("text"));
         FXml.writeAttribute(QStringLiteral("x"), Num(at.x()));
         FXml.writeAttribute(QStringLiteral("y"), Num(at.y()));
-        FXml.writeAttribute(QStringLiteral("font-family"), font.family());
+        // The generic family lets a viewer without the font pick a like one.
+        FXml.writeAttribute(QStringLiteral("font-family"), font.family() + QStringLiteral(", sans-serif"));
         FXml.writeAttribute(QStringLiteral("font-size"), Num(size * scale));
         if (font.bold())
             FXml.writeAttribute(QStringLiteral("font-weight"), QStringLiteral("bold"));

@@ -6,6 +6,7 @@
 
 #include <QContextMenuEvent>
 #include <QMouseEvent>
+#include <QPaintEvent>
 #include <QPainter>
 
 #include <algorithm>
@@ -116,10 +117,13 @@ TTableRep::TDragKind TTableRep::DragKindAt(QPoint pos) const
     return InTitle(pos) ? dkMove : dkNone;
 }
 
-void TTableRep::paintEvent(QPaintEvent *)
+void TTableRep::paintEvent(QPaintEvent *event)
 {
     QPainter painter(this);
-    DrawTableFrame(&painter, rect(), Title(), FActive, FMetrics, palette());
+    // Laying out the title is the dear part; skip it when only the frame
+    // below is repainted (a link line passing under the window).
+    const bool titleDirty = event->rect().top() < FMetrics.Border + FMetrics.TitleHeight;
+    DrawTableFrame(&painter, rect(), titleDirty ? Title() : QString(), FActive, FMetrics, palette());
 }
 
 void TTableRep::mousePressEvent(QMouseEvent *event)
