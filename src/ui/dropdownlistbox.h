@@ -3,6 +3,8 @@
 // discards.
 #include "ui/dropdowncustomlistbox.h"
 
+#include <QListWidget>
+
 namespace vm20 {
 
 class TDropDownListBox : public TDropDownCustomListBox

@@ -80,15 +80,16 @@ TQtEditMask TranslateEditMask(const QString &editMask)
         const QChar c = body[i];
         switch (c.unicode()) {
         case '!': break; // trimming of leading blanks: the text is trimmed anyway
-        case '>':
-            if (i + 1 < body.size() && body[i + 1] == QLatin1Char('<')) {
+        case '>': out += QLatin1Char('>'); break;
+        case '<':
+            // "<>" ends upper- and lower-casing.
+            if (i + 1 < body.size() && body[i + 1] == QLatin1Char('>')) {
                 out += QLatin1Char('!');
                 ++i;
             } else {
-                out += QLatin1Char('>');
+                out += QLatin1Char('<');
             }
             break;
-        case '<': out += QLatin1Char('<'); break;
         case '\\':
             if (i + 1 >= body.size())
                 Malformed(editMask, QStringLiteral("\"\\\" at the end"));
