@@ -24,9 +24,9 @@ int WriteShots(const QString &dirName)
     }
     int written = 0;
     for (const GalleryState &state : GalleryStates()) {
-        std::unique_ptr<QWidget> widget = state.build();
+        const GalleryShot shot = state.build();
         for (int scale : {1, 2}) {
-            const QImage image = RenderState(widget.get(), scale);
+            const QImage image = RenderShot(shot, scale);
             const QString file = QDir(dirName).filePath(QStringLiteral("%1@%2x.png").arg(state.name).arg(scale));
             if (!image.save(file)) {
                 std::fprintf(stderr, "vm20-gallery: cannot write %s\n", qPrintable(file));
@@ -66,12 +66,15 @@ int main(int argc, char **argv)
     QScrollArea area;
     auto *page = new QWidget;
     auto *grid = new QGridLayout(page);
-    std::vector<std::unique_ptr<QWidget>> keep;
+    std::vector<GalleryShot> keep;
     int row = 0;
     for (const GalleryState &state : GalleryStates()) {
+        if (!state.live)
+            continue;
         grid->addWidget(new QLabel(state.name), row, 0, Qt::AlignTop);
-        std::unique_ptr<QWidget> widget = state.build();
-        grid->addWidget(widget.release(), row, 1, Qt::AlignLeft | Qt::AlignTop);
+        GalleryShot shot = state.build();
+        grid->addWidget(shot.widget.release(), row, 1, Qt::AlignLeft | Qt::AlignTop);
+        keep.push_back(std::move(shot));
         ++row;
     }
     area.setWidget(page);

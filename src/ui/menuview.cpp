@@ -172,8 +172,10 @@ void TMenuView::paintEvent(QPaintEvent *event)
             QStyleOption option;
             option.initFrom(this);
             option.rect = QRect(rtl ? r.left() + 2 : r.right() - ArrowWidth, r.top(), ArrowWidth - 2, r.height());
-            if (current)
+            if (current) {
                 option.palette.setColor(QPalette::ButtonText, pal.color(QPalette::HighlightedText));
+                option.palette.setColor(QPalette::WindowText, pal.color(QPalette::HighlightedText));
+            }
             style()->drawPrimitive(rtl ? QStyle::PE_IndicatorArrowLeft : QStyle::PE_IndicatorArrowRight, &option,
                                    &painter, this);
         }

@@ -31,6 +31,8 @@ public:
     // Column of item i (from 0, in reading order).
     int ColumnOf(int index) const { return FCells.at(std::size_t(index)).column; }
 
+    // Highlights item i (-1: none), as the arrow keys do.
+    void SetCurrent(int index);
     // Places the view with its near top corner at the point, on the screen.
     void PopupAt(const QPoint &point, bool rightToLeft);
     // Closes this view and those below it.
@@ -53,7 +55,6 @@ private:
     void Layout();
     int ItemAt(const QPoint &pos) const;
     bool Selectable(int index) const;
-    void SetCurrent(int index);
     void Step(int delta);
     void StepColumn(int delta);
     void Activate(int index);
