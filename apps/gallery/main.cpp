@@ -10,6 +10,10 @@
 #include <QImage>
 #include <QLabel>
 #include <QScrollArea>
+#include <QTimer>
+
+#include "ui/dropdownchecklistbox.h"
+#include "ui/dropdownpopup.h"
 
 #include <cstdio>
 
@@ -59,6 +63,9 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(QStringLiteral("The drop-down labels and buttons in their states."));
     parser.addHelpOption();
     parser.addOption({QStringLiteral("shots"), QStringLiteral("Write one PNG per state into <dir>."), QStringLiteral("dir")});
+    parser.addOption({QStringLiteral("open"),
+                      QStringLiteral("Drop down the first <kind> label once shown: menu, list or checklist."),
+                      QStringLiteral("kind")});
     parser.process(app);
     if (parser.isSet(QStringLiteral("shots")))
         return WriteShots(parser.value(QStringLiteral("shots")));
@@ -81,5 +88,21 @@ int main(int argc, char **argv)
     area.resize(900, 700);
     area.setWindowTitle(QStringLiteral("vm20 gallery"));
     area.show();
+    const QString open = parser.value(QStringLiteral("open"));
+    if (!open.isEmpty()) {
+        QTimer::singleShot(500, &area, [page, open] {
+            for (vm20::TDropDownLabel *label : page->findChildren<vm20::TDropDownLabel *>()) {
+                const bool checklist = qobject_cast<vm20::TDropDownCheckListBox *>(label);
+                const bool match = (open == QLatin1String("menu") && qobject_cast<vm20::TDropDownPopup *>(label))
+                                   || (open == QLatin1String("checklist") && checklist)
+                                   || (open == QLatin1String("list") && !checklist
+                                       && qobject_cast<vm20::TDropDownListBox *>(label));
+                if (match) {
+                    label->DropDown();
+                    return;
+                }
+            }
+        });
+    }
     return app.exec();
 }
