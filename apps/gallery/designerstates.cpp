@@ -20,7 +20,7 @@ TTableRep *Rep(TNStructDesignPanel *panel, const char *name)
     return panel->TableRep(panel->Struct()->TableByName(0, QString::fromLatin1(name)));
 }
 
-std::unique_ptr<QWidget> Designer(TDesignerState state)
+GalleryShot Designer(TDesignerState state)
 {
     auto host = std::make_unique<QWidget>();
     auto *model = new TNDBStructure(host.get());
@@ -53,7 +53,9 @@ std::unique_ptr<QWidget> Designer(TDesignerState state)
     default:
         break;
     }
-    return host;
+    GalleryShot shot;
+    shot.widget = std::move(host);
+    return shot;
 }
 
 } // namespace
@@ -61,7 +63,7 @@ std::unique_ptr<QWidget> Designer(TDesignerState state)
 std::vector<GalleryState> DesignerStates()
 {
     return {
-        {QStringLiteral("designer-arranged"), [] { return Designer(dsArranged); }},
+        {QStringLiteral("designer-arranged"), [] { return Designer(dsArranged); }, true},
         {QStringLiteral("designer-active-table"), [] { return Designer(dsActiveTable); }},
         {QStringLiteral("designer-active-link"), [] { return Designer(dsActiveLink); }},
         {QStringLiteral("designer-add-link-stage2"), [] { return Designer(dsAddLink); }},
