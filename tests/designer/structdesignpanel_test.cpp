@@ -1,5 +1,6 @@
 #include "designer/designarea.h"
 #include "designer/structdesignpanel.h"
+#include "designer/structuredesignerror.h"
 #include "designer/svgpaintdevice.h"
 #include "model/dbstructure.h"
 
@@ -292,6 +293,80 @@ TEST_F(StructDesignPanel, ThousandTablesAreArrangedWithoutOverlap)
         for (size_t j = i + 1; j < rects.size(); ++j)
             ASSERT_FALSE(rects[i].intersects(rects[j])) << i << " and " << j;
     EXPECT_GE(panel.DesignArea()->Canvas()->height(), rects.back().bottom()) << "the area scrolls to the last";
+}
+
+TEST(StructDesignPanelAlone, ActivatingWithoutAModelRaisesItsOwnError)
+{
+    TNStructDesignPanel panel;
+    try {
+        panel.Activate();
+        FAIL() << "no error";
+    } catch (const EStructureDesignError &e) {
+        EXPECT_EQ(e.Message(), "Structure is not specified");
+    }
+    EXPECT_FALSE(panel.Active());
+}
+
+TEST_F(StructDesignPanel, TablesWithoutAPlaceGoBesideThePlacedOnes)
+{
+    TNDBStructure other;
+    other.SetStructureAsText(model.GetStructureAsText());
+    for (int i = 0; i < other.GetTableCount(); ++i)
+        other.GetTable(i)->SetDesignPositions("0,0,0,0");
+    other.TableByName(0, "orders")->SetDesignPositions("500,300,120,90");
+    TNStructDesignPanel second;
+    second.resize(900, 600);
+    second.SetStruct(&other);
+    second.Activate();
+    const QRect orders = second.TableRep(other.TableByName(0, "orders"))->geometry();
+    EXPECT_EQ(orders, QRect(500, 300, 120, 90)) << "a saved place is kept";
+    const QRect customers = second.TableRep(other.TableByName(0, "customers"))->geometry();
+    EXPECT_EQ(customers.topLeft(), QPoint(620 + customers.width() + 40, 300))
+        << "right of the placed one, one table width beyond the gap";
+    for (const QRect &r : second.TableRects())
+        for (const QRect &s : second.TableRects())
+            EXPECT_TRUE(r == s || !r.intersects(s));
+}
+
+TEST_F(StructDesignPanel, RoutedLinksKeepOffTheTablesInBetween)
+{
+    // items sits between customers and orders on one line.
+    Rep("customers")->move(12, 10);
+    Rep("items")->move(250, 10);
+    Rep("orders")->move(500, 10);
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    ASSERT_TRUE(link->Route().empty());
+    panel.SetLinkRouting(lrAroundTables);
+    ASSERT_GE(link->Route().size(), 3u) << "a detour";
+    const QRect items = Rep("items")->geometry();
+    for (size_t i = 1; i < link->Route().size(); ++i)
+        EXPECT_FALSE(SegmentCrossesRect(link->Route()[i - 1], link->Route()[i], items));
+    const QPoint corner = link->Route()[1];
+    EXPECT_EQ(panel.LinkReps().IsOverSomeLink(corner.x(), corner.y()), link) << "the detour is clickable";
+}
+
+TEST_F(StructDesignPanel, HintLineFollowsTheMouse)
+{
+    panel.SetActionHints(true);
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    const TLinkNode *n1 = link->Nodes1().GetLinkNode(0);
+    const TLinkNode *n2 = link->Nodes2().GetLinkNode(0);
+    const QPoint onLine = (LinkJunction(*n1) + LinkJunction(*n2)) / 2;
+    struct Row { int line; std::function<void()> move; const char *hint; };
+    const Row rows[] = {
+        {__LINE__, [&] { SendMouse(Rep("items"), QEvent::MouseMove, {30, 30}, Qt::NoButton); },
+         "Click inside table to select it"},
+        {__LINE__, [&] { SendMouse(panel.DesignArea()->Canvas(), QEvent::MouseMove, onLine, Qt::NoButton); },
+         "Click on link line to select it"},
+        {__LINE__, [&] { SendMouse(panel.DesignArea()->Canvas(), QEvent::MouseMove, {880, 580}, Qt::NoButton); },
+         "To add/delete tables and links - right click on selected object and chose necessary operation"},
+    };
+    for (const Row &r : rows) {
+        r.move();
+        EXPECT_EQ(panel.CurrentHint(), r.hint) << r.line;
+    }
+    panel.SetActionHints(false);
+    EXPECT_EQ(panel.CurrentHint(), QString());
 }
 
 } // namespace
