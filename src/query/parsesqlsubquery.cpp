@@ -61,6 +61,9 @@ void TSQLLoader::ProcessSubQuery(const QString &text, QStringList &values, QStri
     std::unique_ptr<TNQuery> hidden = MakeHiddenQuery(FQuery);
     const QString statement = WithoutEnclosingBrackets(text);
     hidden->ParseSQL(QStringList{statement});
+    // What the sub-query leaves out, the whole statement leaves out.
+    for (const TUnresolvedItem &item : hidden->UnresolvedItems())
+        FQuery.AddLoadProblem(item.Kind, QStringLiteral("sub-query ") + item.Text());
     hidden->SaveToStrings(values);
     try {
         sqlText = BuiltStatement(*hidden);

@@ -10,7 +10,9 @@
 #include "query/sqlsyntax.h"
 #include "query/tablefilter.h"
 #include "query/titles.h"
+#include "query/unresolved.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -215,6 +217,17 @@ public:
     // The statement of a sub-query saved in a condition (its SubQuery lines).
     void GetSubQueryText(const QStringList &values, QStringList &lines) const;
 
+    // --- what the model cannot resolve (unresolved.cpp) --------------------------
+    // Conditions in display order (disabled ones too), then result columns,
+    // then what the last load found missing in the text as a whole. Empty
+    // when the query builds exactly what it holds.
+    std::vector<TUnresolvedItem> UnresolvedItems() const;
+    // For the loaders: what an unresolved row was read from, and a part of the
+    // loaded text the query could not take over. Both last until the query
+    // is cleared.
+    void SetRowSource(const TFilterRow *row, const QString &source);
+    void AddLoadProblem(TUnresolvedItem::TKind kind, const QString &source);
+
     // --- events ----------------------------------------------------------------
     std::function<void(TFilterCond *condition, QString &text)> OnBuildSQL;
     std::function<void(TNQuery *sender)> OnChange;
@@ -272,6 +285,9 @@ private:
 
     std::vector<TNQueryPanelLink *> FLinks;
     std::vector<TNQueryObserver *> FObservers;
+
+    QHash<const TFilterRow *, QString> FRowSources;
+    std::vector<std::pair<TUnresolvedItem::TKind, QString>> FLoadProblems;
 
     mutable bool FNumbersValid = false;
     mutable std::vector<TFilterRow *> FRowsByNum;
