@@ -151,18 +151,22 @@ bool MatchSQLTemplate(QStringView templ, QStringView text, TTemplateVars &vars)
     const qsizetype ns = text.size();
     qsizetype i = 0;
     qsizetype j = 0;
+    // Between a quote of the template and the next: the text there is a
+    // literal's, where every blank counts.
+    bool inLiteral = false;
     for (;;) {
         if (i >= nt || j >= ns)
             return i >= nt && j >= ns;
         if (SameChar(templ[i], text[j])) {
-            // Blanks after a literal's opening quote belong to the value.
-            const bool opensLiteral = templ[i] == QLatin1Char('\'')
-                                      && templ.first(i + 1).count(QLatin1Char('\'')) % 2 == 1;
+            if (templ[i] == QLatin1Char('\''))
+                inLiteral = !inLiteral;
             ++i;
             ++j;
+            if (inLiteral)
+                continue;
             while (i < nt && IsBlank(templ[i]))
                 ++i;
-            while (!opensLiteral && j < ns && IsBlank(text[j]))
+            while (j < ns && IsBlank(text[j]))
                 ++j;
             continue;
         }
@@ -172,8 +176,6 @@ bool MatchSQLTemplate(QStringView templ, QStringView text, TTemplateVars &vars)
             ++i;
         if (i >= nt || templ[i] != QLatin1Char('@'))
             return false;
-        // The text's quote matched the template's: the value is a literal's inside.
-        const bool inLiteral = !quoteNoted && templ.first(i).count(QLatin1Char('\'')) % 2 == 1;
         const qsizetype nameEnd = NameEnd(templ, i);
         const QStringView name = templ.sliced(i, nameEnd - i);
         i = nameEnd;
