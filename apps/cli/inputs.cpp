@@ -230,8 +230,8 @@ namespace vm20::cli {
 void AddIncompleteOption(TCommandOptions &options)
 {
     options.AddFlag(QStringLiteral("allow-incomplete"),
-                    QStringLiteral("Go on when the model lacks a field, operator, predefined condition or\n"
-                                   "table the query names, or the query text is cut short: the statement\n"
+                    QStringLiteral("Go on when the model lacks a field, operator, predefined condition or "
+                                   "table the query names, or the query text is cut short: the statement "
                                    "then leaves those parts out. Without it such a query exits with 1."));
 }
 
