@@ -137,6 +137,7 @@ void TSQLLoader::Load(const QStringList &lines)
 {
     TLoadingScope scope(FQuery);
     FQuery.ClearAll();
+    const QString mainTable = FQuery.MainTableName();
     try {
         TNSQLParser parser;
         parser.SetSQL(lines);
@@ -148,6 +149,7 @@ void TSQLLoader::Load(const QStringList &lines)
             ProcessSQLBracket(FQuery.Filter(), *where, result.Tables());
     } catch (...) {
         FQuery.ClearAll();
+        FQuery.SetMainTableName(mainTable);
         throw;
     }
 }

@@ -63,7 +63,8 @@ void TSQLLoader::ProcessSubQuery(const QString &text, QStringList &values, QStri
     hidden->ParseSQL(QStringList{statement});
     // What the sub-query leaves out, the whole statement leaves out.
     for (const TUnresolvedItem &item : hidden->UnresolvedItems())
-        FQuery.AddLoadProblem(item.Kind, QStringLiteral("sub-query ") + item.Text());
+        FQuery.AddLoadProblem(item.Kind, item.Source.isEmpty() ? QStringLiteral("in a sub-query")
+                                                               : QStringLiteral("in a sub-query: ") + item.Source);
     hidden->SaveToStrings(values);
     try {
         sqlText = BuiltStatement(*hidden);

@@ -254,9 +254,11 @@ public:
 
     // --- reading SQL -------------------------------------------------------------
     // Replaces the query by the SELECT statement in `lines`: its select list
-    // becomes the result columns, its WHERE clause the condition tree.
-    // ESQLParserError for a statement the parser cannot read; on any failure
-    // the query is left empty and usable.
+    // becomes the result columns, its WHERE clause the condition tree, its
+    // first FROM table (where the model knows it) the main table. What the
+    // model cannot read is listed by UnresolvedItems. ESQLParserError for a
+    // statement the parser cannot read; on any failure the query is left
+    // empty and usable.
     void ParseSQL(const QStringList &lines);
     // The statement of a sub-query saved in a condition (its SubQuery lines).
     void GetSubQueryText(const QStringList &values, QStringList &lines) const;

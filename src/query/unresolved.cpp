@@ -18,8 +18,8 @@ QString KindText(TUnresolvedItem::TKind kind)
     return QString();
 }
 
-// The kinds of reference a condition holds that its model lacks: none, a
-// placeholder that a load put in, or an object of another model.
+// A reference the model cannot resolve: none, or the placeholder a load put
+// in its place.
 bool Missing(const void *object, const void *placeholder)
 {
     return !object || object == placeholder;

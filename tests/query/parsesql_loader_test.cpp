@@ -184,6 +184,9 @@ TEST_F(TSQLLoaderTest, LoadsASubQueryThroughAHiddenQuery)
     EXPECT_EQ(TreeOf(Statement("c.ID in (select x from Nowhere)")),
               "all(Customer ID InQuery [select x from Nowhere])")
         << "a sub-query the model cannot build keeps its text";
+    Load(Statement("c.ID in (select o.CustomerID from Orders o where o.Nope = 1)"));
+    ASSERT_EQ(query.UnresolvedItems().size(), 1u);
+    EXPECT_EQ(query.UnresolvedItems()[0].Text(), "query: unknown field (in a sub-query: o.Nope = 1)");
     EXPECT_EQ(TreeOf(Statement("c.ID in (1)")), "all(Customer ID InList [1])")
         << "a sub-query operator takes only a sub-query";
     s.model->DeleteOperatorByName("InQuery");
