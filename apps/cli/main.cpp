@@ -68,6 +68,12 @@ int Dispatch(const QStringList &args, TOutput &out)
     const QString prefix = QStringLiteral("vm20 ") + name;
     try {
         return command->Run(args.mid(1), out);
+    } catch (const EIncompleteQuery &e) {
+        out.Flush();
+        PrintError(prefix, e.Message());
+        for (const QString &item : e.Items())
+            std::fprintf(stderr, "  %s\n", qUtf8Printable(item));
+        return ExitError;
     } catch (const EUsageError &e) {
         out.Flush();
         PrintError(prefix, e.Message() + QStringLiteral(" (see vm20 %1 --help)").arg(name));
