@@ -138,11 +138,18 @@ void TDSConditionList::Delete(int index)
 {
     if (index < 0 || index >= Count())
         throw EListError::IndexOutOfBounds(index);
+    const TDSCondition *going = FItems[std::size_t(index)].get();
+    if (FDBStruct)
+        FDBStruct->EntityDeleting(mckConditions, going);
     FItems.erase(FItems.begin() + index);
+    if (FDBStruct)
+        FDBStruct->Changed(mckConditions, going);
 }
 
 void TDSConditionList::Clear()
 {
+    if (FDBStruct && !FItems.empty())
+        FDBStruct->EntityDeleting(mckConditions, nullptr);
     FItems.clear();
     FMaxID = 0;
 }

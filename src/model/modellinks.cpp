@@ -155,10 +155,11 @@ TDSLink *TNCustomDBStructure::FindLink(const QString &name1, const QString &name
 void TNCustomDBStructure::DelLink(int index)
 {
     TDSLink *link = GetLink(index);
+    EntityDeleting(mckLinks, link);
     DetachLink(link);
     FLinks.erase(FLinks.begin() + index);
     LinksChanged();
-    Changed();
+    Changed(mckLinks, link);
 }
 
 TDSLink *TNCustomDBStructure::GetLink(int index) const

@@ -172,18 +172,21 @@ void TNCustomDBStructure::RemoveOperatorFromFields(const TDSOperator *op)
 void TNCustomDBStructure::DelOperator(int index)
 {
     const TDSOperator *op = GetOperator(index);
+    EntityDeleting(mckOperators, op);
     RemoveOperatorFromFields(op);
     FOperators.erase(FOperators.begin() + index);
-    Changed();
+    Changed(mckOperators, op);
 }
 
 void TNCustomDBStructure::ClearOperators()
 {
+    if (!FOperators.empty())
+        EntityDeleting(mckOperators, nullptr);
     for (const auto &field : FFields)
         field->ClearOperators();
     FUnrecognizedField->ClearOperators();
     FOperators.clear();
-    Changed();
+    Changed(mckOperators);
 }
 
 TDSOperator *TNCustomDBStructure::GetOperator(int index) const
