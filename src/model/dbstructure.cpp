@@ -1,4 +1,5 @@
 #include "model/dbstructure.h"
+#include "model/quietscope.h"
 
 #include "model/errors.h"
 #include "model/joingraph.h"
@@ -118,9 +119,12 @@ void TNCustomDBStructure::Batch(const std::function<void()> &body)
 int TNCustomDBStructure::AddTable(const QString &tableName, const QString &displayName)
 {
     auto table = std::make_unique<TDSTable>(this);
-    table->SetTableName(tableName);
-    table->SetTableAlias(tableName);
-    table->SetDisplayName(displayName);
+    {
+        TQuietScope quiet(*this);
+        table->SetTableName(tableName);
+        table->SetTableAlias(tableName);
+        table->SetDisplayName(displayName);
+    }
     return AddTableRef(std::move(table));
 }
 
@@ -236,21 +240,24 @@ int TNCustomDBStructure::AddField(TNFieldKind kind, const QString &fieldExpr,
                                   const QString &displayName, TDSTable *table)
 {
     auto field = std::make_unique<TDSField>(this);
-    field->SetFieldKind(kind);
-    field->SetFieldExpr(fieldExpr);
-    field->SetDisplayName(displayName);
-    field->SetEditType(etAuto);
-    if (kind == nfkVirtual) {
-        field->SetFieldType(ftString);
-        field->SetFieldSize(100);
-        ExcludeTablesBySQLExpr(fieldExpr, field->Tables(), field->DBFields());
-    } else if (table) {
-        field->Tables().Add(table);
-        field->SetQuoted(fieldExpr.contains(QLatin1Char(' ')));
+    {
+        TQuietScope quiet(*this);
+        field->SetFieldKind(kind);
+        field->SetFieldExpr(fieldExpr);
+        field->SetDisplayName(displayName);
+        field->SetEditType(etAuto);
+        if (kind == nfkVirtual) {
+            field->SetFieldType(ftString);
+            field->SetFieldSize(100);
+            ExcludeTablesBySQLExpr(fieldExpr, field->Tables(), field->DBFields());
+        } else if (table) {
+            field->Tables().Add(table);
+            field->SetQuoted(fieldExpr.contains(QLatin1Char(' ')));
+        }
+        ProcessNewField(field.get());
+        if (kind == nfkData && IsBinaryType(field->FieldType()))
+            field->SetUseInResult(false);
     }
-    ProcessNewField(field.get());
-    if (kind == nfkData && IsBinaryType(field->FieldType()))
-        field->SetUseInResult(false);
     return AddFieldRef(std::move(field));
 }
 
@@ -398,8 +405,11 @@ void TNCustomDBStructure::DeleteGroup(int index)
 TDSCondition *TNCustomDBStructure::AddCondition(const QString &displayFormat, const QString &sqlExpr)
 {
     auto condition = std::make_unique<TDSCondition>(this);
-    condition->SetDisplayFormat(displayFormat);
-    condition->SetSQLExpr(sqlExpr);
+    {
+        TQuietScope quiet(*this);
+        condition->SetDisplayFormat(displayFormat);
+        condition->SetSQLExpr(sqlExpr);
+    }
     TDSCondition *added = FConditions.Add(std::move(condition));
     Changed(mckConditions, added);
     return added;

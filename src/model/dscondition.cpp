@@ -54,6 +54,8 @@ void TDSCondition::SetSQLExpr(const QString &value)
         return;
     FSQLExpr = value;
     UpdateTables();
+    if (FDBStruct)
+        FDBStruct->Changed(mckConditions, this);
 }
 
 void TDSCondition::SetDisplayFormat(const QString &value)
@@ -62,6 +64,8 @@ void TDSCondition::SetDisplayFormat(const QString &value)
         return;
     FDisplayFormat = value;
     UpdateValueList();
+    if (FDBStruct)
+        FDBStruct->Changed(mckConditions, this);
 }
 
 void TDSCondition::UpdateValueList()

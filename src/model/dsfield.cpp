@@ -67,6 +67,7 @@ void TDSField::SetFieldName(const QString &value)
     if (FFieldKind == nfkVirtual)
         throw ENDBStructError(dbseAssignVirtFldName, SDBSEAssignVirtFldName);
     FFieldExpr = value;
+    NotifyModel();
 }
 
 void TDSField::SetEditType(TDSEditType value)
@@ -75,6 +76,7 @@ void TDSField::SetEditType(TDSEditType value)
         return;
     FValueEditor = MakeEditor(value, FDBStruct);
     FEditType = value;
+    NotifyModel();
 }
 
 void TDSField::SetGroup(TDSFieldGroup *value)
@@ -97,11 +99,13 @@ void TDSField::SetUseInConditions(bool value)
     FUseInConditions = value;
     if (value && FOperators.empty())
         AddAppliedOperators();
+    NotifyModel();
 }
 
 void TDSField::SetIsAggregate(bool value)
 {
     FIsAggregate = value && FFieldKind == nfkVirtual;
+    NotifyModel();
 }
 
 QString TDSField::FilterSQLExpr() const
@@ -128,6 +132,7 @@ void TDSField::SetSQLExpr(const QString &value)
     FFieldExpr = value;
     if (FDBStruct)
         FDBStruct->ExcludeTablesBySQLExpr(value, FTables, FDBFields);
+    NotifyModel();
 }
 
 QString TDSField::NormalSQLExpr() const
@@ -280,6 +285,12 @@ int TDSFieldList::IndexOf(const TDSField *field) const
 {
     const auto it = std::find(FItems.begin(), FItems.end(), field);
     return it == FItems.end() ? -1 : int(it - FItems.begin());
+}
+
+void TDSField::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckFields, this);
 }
 
 } // namespace vm20

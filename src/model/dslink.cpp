@@ -26,6 +26,7 @@ void TDSLink::SetTable1(TDSTable *value)
     FTable1 = value;
     if (FDBStruct)
         FDBStruct->LinksChanged();
+    NotifyModel();
 }
 
 void TDSLink::SetTable2(TDSTable *value)
@@ -35,6 +36,7 @@ void TDSLink::SetTable2(TDSTable *value)
     FTable2 = value;
     if (FDBStruct)
         FDBStruct->LinksChanged();
+    NotifyModel();
 }
 
 QString TDSLink::RenderSide(const QString &entry, const TDSTable *table, bool optional) const
@@ -97,6 +99,12 @@ bool TDSLink::ContainsTable(const TDSTable *table) const
 TDSTable *TDSLink::OtherTable(const TDSTable *table) const
 {
     return FTable1 == table ? FTable2 : FTable1;
+}
+
+void TDSLink::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckLinks, this);
 }
 
 } // namespace vm20

@@ -39,6 +39,7 @@ void TDSTable::SetTableName(const QString &value)
         FDBStruct->TableNamesChanged();
     if (FTableAlias.isEmpty())
         SetTableAlias(value);
+    NotifyModel();
 }
 
 void TDSTable::SetTableAlias(const QString &value)
@@ -50,6 +51,7 @@ void TDSTable::SetTableAlias(const QString &value)
     FTableAlias = alias;
     if (FDBStruct)
         FDBStruct->TableNamesChanged();
+    NotifyModel();
 }
 
 QString TDSTable::MainExpr() const
@@ -168,6 +170,12 @@ void TDSTable::LinksChanged()
 {
     if (FDBStruct)
         FDBStruct->LinksChanged();
+}
+
+void TDSTable::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckTables, this);
 }
 
 } // namespace vm20
