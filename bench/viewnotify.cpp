@@ -67,6 +67,8 @@ void BM_ModelChangeListeners(benchmark::State &state)
     for (auto _ : state)
         model.Changed(mckOptions, &model);
     benchmark::DoNotOptimize(listeners.front().count);
+    for (auto &listener : listeners)
+        model.RemoveObserver(&listener);
 }
 BENCHMARK(BM_ModelChangeListeners)->Arg(1)->Arg(10)->Unit(benchmark::kNanosecond);
 
