@@ -64,6 +64,11 @@ struct Scene
         query.RFields().AddObserver(&columns);
         s.model->AddObserver(&model);
     }
+    ~Scene()
+    {
+        if (s.model)
+            s.model->RemoveObserver(&model);
+    }
     // Save, build and load again: every path that reads the references.
     void UseEverything()
     {
