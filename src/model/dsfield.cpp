@@ -68,6 +68,7 @@ void TDSField::SetFieldName(const QString &value)
     if (FFieldKind == nfkVirtual)
         throw ENDBStructError(dbseAssignVirtFldName, SDBSEAssignVirtFldName);
     FFieldExpr = value;
+    NotifyModel();
 }
 
 void TDSField::SetEditType(TDSEditType value)
@@ -76,6 +77,7 @@ void TDSField::SetEditType(TDSEditType value)
         return;
     FValueEditor = MakeEditor(value, FDBStruct);
     FEditType = value;
+    NotifyModel();
 }
 
 void TDSField::SetGroup(TDSFieldGroup *value)
@@ -98,11 +100,13 @@ void TDSField::SetUseInConditions(bool value)
     FUseInConditions = value;
     if (value && FOperators.empty())
         AddAppliedOperators();
+    NotifyModel();
 }
 
 void TDSField::SetIsAggregate(bool value)
 {
     FIsAggregate = value && FFieldKind == nfkVirtual;
+    NotifyModel();
 }
 
 QString TDSField::FilterSQLExpr() const
@@ -129,6 +133,7 @@ void TDSField::SetSQLExpr(const QString &value)
     FFieldExpr = value;
     if (FDBStruct)
         FDBStruct->ExcludeTablesBySQLExpr(value, FTables, FDBFields);
+    NotifyModel();
 }
 
 QString TDSField::NormalSQLExpr() const
@@ -281,6 +286,12 @@ int TDSFieldList::IndexOf(const TDSField *field) const
 {
     const auto it = std::find(FItems.begin(), FItems.end(), field);
     return it == FItems.end() ? -1 : int(it - FItems.begin());
+}
+
+void TDSField::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckFields, this);
 }
 
 } // namespace vm20

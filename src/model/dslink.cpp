@@ -27,6 +27,7 @@ void TDSLink::SetTable1(TDSTable *value)
     FTable1 = value;
     if (FDBStruct)
         FDBStruct->LinksChanged();
+    NotifyModel();
 }
 
 void TDSLink::SetTable2(TDSTable *value)
@@ -36,6 +37,7 @@ void TDSLink::SetTable2(TDSTable *value)
     FTable2 = value;
     if (FDBStruct)
         FDBStruct->LinksChanged();
+    NotifyModel();
 }
 
 QString TDSLink::RenderSide(const QString &entry, const TDSTable *table, bool optional) const
@@ -98,6 +100,12 @@ bool TDSLink::ContainsTable(const TDSTable *table) const
 TDSTable *TDSLink::OtherTable(const TDSTable *table) const
 {
     return FTable1 == table ? FTable2 : FTable1;
+}
+
+void TDSLink::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckLinks, this);
 }
 
 } // namespace vm20

@@ -40,6 +40,7 @@ void TDSTable::SetTableName(const QString &value)
         FDBStruct->TableNamesChanged();
     if (FTableAlias.isEmpty())
         SetTableAlias(value);
+    NotifyModel();
 }
 
 void TDSTable::SetTableAlias(const QString &value)
@@ -51,6 +52,7 @@ void TDSTable::SetTableAlias(const QString &value)
     FTableAlias = alias;
     if (FDBStruct)
         FDBStruct->TableNamesChanged();
+    NotifyModel();
 }
 
 QString TDSTable::MainExpr() const
@@ -179,6 +181,12 @@ void TDSTable::LinksChanged()
 {
     if (FDBStruct)
         FDBStruct->LinksChanged();
+}
+
+void TDSTable::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckTables, this);
 }
 
 } // namespace vm20

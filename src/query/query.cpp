@@ -58,6 +58,11 @@ TNQuery::TNQuery(QObject *parent)
     FFilter = std::make_unique<TFilterBracket>(this);
     SQLOptionsChanged();
     FTitles.OnChange = [this] { TitlesChanged(); };
+    FModelWatch.OnDeleting = [this](const TModelChange &entity) { DropModelEntity(entity, false); };
+    FModelWatch.OnDestroyed = [this] {
+        for (TModelChangeKind kind : {mckTables, mckLinks, mckFields, mckOperators, mckConditions})
+            DropModelEntity({kind, nullptr}, true);
+    };
 }
 
 TNQuery::~TNQuery()
@@ -73,6 +78,7 @@ void TNQuery::SetDBStruct(TNCustomDBStructure *value)
     if (FDBStruct == value)
         return;
     FDBStruct = value;
+    FModelWatch.Watch(value);
     RFields().SetDBStruct(value);
 }
 

@@ -6,6 +6,7 @@
 #include "model/dbstructure.h"
 #include "query/filtercond.h"
 #include "query/filterrow.h"
+#include "query/modelwatch.h"
 #include "query/queryresult.h"
 #include "query/sqlsyntax.h"
 #include "query/tablefilter.h"
@@ -109,6 +110,10 @@ public:
 
     // --- the model -------------------------------------------------------
     TNCustomDBStructure *DBStruct() const { return FDBStruct; }
+    // The query follows the model: before a model entity is freed, conditions
+    // that use it fall back to the model's unrecognized placeholders (keeping
+    // their values), result columns that use a freed field are removed, and
+    // table filters and the last build's tables let go of it.
     void SetDBStruct(TNCustomDBStructure *value);
     // ENQueryPanelError "DBStruct is not specified" without a model.
     void CheckIfDBStructAssigned() const;
@@ -298,6 +303,8 @@ private:
     void EnsureNumbers() const;
     TSimpleCond *InitializeNewCondition(TSimpleCond *condition, TDSField *field);
     TFilterBracket *FinishNewBracket(TFilterBracket *added);
+    // `modelGone`: the model itself goes, so no placeholder is left either.
+    void DropModelEntity(const TModelChange &entity, bool modelGone);
 
     // Declared before the tree: conditions hand their parameters back to the
     // result when the tree is freed.
@@ -342,6 +349,8 @@ private:
 
     mutable bool FNumbersValid = false;
     mutable std::vector<TFilterRow *> FRowsByNum;
+
+    TModelWatch FModelWatch;
 
     // Last: it leaves its store before anything else of the query goes.
     std::unique_ptr<TNQPBaseLink> FBaseLink;
