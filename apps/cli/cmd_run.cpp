@@ -19,7 +19,7 @@ int RunRun(const QStringList &args, TOutput &out)
                        "its statement on the database and prints the rows."));
     AddModelOptions(options);
     options.AddValue(QStringLiteral("query"), QStringLiteral("file"), QStringLiteral("The query file."));
-    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), QStringLiteral("The database: sqlite:PATH."));
+    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), DatabaseUrlHelp());
     options.AddValue(QStringLiteral("format"), QStringLiteral("name"),
                      QStringLiteral("table (default), csv or json."));
     options.AddValue(QStringLiteral("max-rows"), QStringLiteral("n"),
@@ -47,8 +47,8 @@ int RunRun(const QStringList &args, TOutput &out)
     LoadQueryInput(query, options.Value(QStringLiteral("query")));
     if (sqlOptions >= 0)
         query.SetSQLOptions(IntToSQLOptions(sqlOptions));
-    query.SetSQLTopClause(options.Value(QStringLiteral("top")));
-    query.SetSQLLimitClause(options.Value(QStringLiteral("limit")));
+    query.SetSQLTopClause(options.CountClause(QStringLiteral("top")));
+    query.SetSQLLimitClause(options.CountClause(QStringLiteral("limit")));
     SetParameterValues(query, options.Values(QStringLiteral("param")));
     query.BuildQuery();
 
