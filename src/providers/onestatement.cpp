@@ -48,27 +48,21 @@ void CheckGap(const QString &text, qsizetype from, qsizetype to)
     }
 }
 
-} // namespace
-
-void CheckOneSelect(const QString &sql)
+// Checks the statement from `from` on; returns where a quoted name begins
+// past which the scanner would read wrongly (it knows no quoted names, so a
+// quote or comment marker inside one would mislead it), or -1 at the end.
+qsizetype CheckPiece(const QString &text, qsizetype from)
 {
     TNScanner scanner;
     scanner.SetSourceStyle(sstSQL);
-    scanner.SetSource(QStringList{sql});
+    scanner.SetSource(QStringList{text.mid(from)});
     scanner.FirstToken();
-    const QString text = sql;   // one line: the scanner's offsets are offsets into it
-    if (scanner.EOS())
-        Refuse(QStringLiteral("the statement is empty"));
-    if (scanner.GetTokStr() != QLatin1String("select"))
-        Refuse(QStringLiteral("it does not start with SELECT"));
-    qsizetype previousEnd = 0;
-    qsizetype skipUntil = 0;
+    qsizetype previousEnd = from;
     for (int k = 0; k < scanner.TokenCount(); ++k) {
         const TNToken token = scanner.GetToken(k);
-        if (token.Start < skipUntil)
-            continue;
-        CheckGap(text, previousEnd, token.Start);
-        previousEnd = token.End;
+        const qsizetype start = from + token.Start;
+        CheckGap(text, previousEnd, start);
+        previousEnd = from + token.End;
         switch (token.TokType) {
         case tokString:
             if (token.End - token.Start < 2 || !token.RealText.endsWith(QLatin1Char('\'')))
@@ -83,21 +77,38 @@ void CheckOneSelect(const QString &sql)
         case tokSymbol:
             if (token.RealText == QLatin1String(";"))
                 Refuse(QStringLiteral("\";\" separates statements"));
-            if (token.RealText == QLatin1String("$"))
-                Refuse(QStringLiteral("\"$\" outside a literal"));
-            if (token.RealText == QLatin1String("\"") || token.RealText == QLatin1String("`")) {
-                const qsizetype end = QuotedNameEnd(text, token.Start);
-                if (end < 0)
-                    Refuse(QStringLiteral("an unterminated quoted name"));
-                skipUntil = end;
-                previousEnd = end;
-            }
+            if (token.RealText == QLatin1String("\"") || token.RealText == QLatin1String("`"))
+                return start;
             break;
         default:
             break;
         }
+        // Dollar quoting and positional parameters; this library writes neither.
+        if (token.TokType != tokString && token.RealText.contains(QLatin1Char('$')))
+            Refuse(QStringLiteral("\"$\" outside a literal"));
     }
     CheckGap(text, previousEnd, text.size());
+    return -1;
+}
+
+} // namespace
+
+void CheckOneSelect(const QString &sql)
+{
+    TNScanner scanner;
+    scanner.SetSourceStyle(sstSQL);
+    scanner.SetSource(QStringList{sql});
+    scanner.FirstToken();
+    if (scanner.EOS())
+        Refuse(QStringLiteral("the statement is empty"));
+    if (scanner.GetTokStr() != QLatin1String("select"))
+        Refuse(QStringLiteral("it does not start with SELECT"));
+    qsizetype from = 0;
+    while ((from = CheckPiece(sql, from)) >= 0) {
+        from = QuotedNameEnd(sql, from);
+        if (from < 0)
+            Refuse(QStringLiteral("an unterminated quoted name"));
+    }
 }
 
 } // namespace vm20
