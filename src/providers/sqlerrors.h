@@ -21,7 +21,7 @@ inline const QString SUnsupportedUrl = QStringLiteral(
 inline const QString SNotOneSelect = QStringLiteral(
     "Refused to run a statement that is not one SELECT: %s");
 inline const QString SNoColumns = QStringLiteral(
-    "The database lists tables but shows none of their columns; check the user's privileges");
+    "The database lists table \"%s\" but shows none of its columns; check the user's privileges");
 inline const QString SBadUrlParameter = QStringLiteral(
     "Database URL parameter \"%s\" is not supported: %s");
 inline const QString SNoDatabaseFile = QStringLiteral("Database file \"%s\" does not exist");
