@@ -37,14 +37,21 @@ void CheckGap(const QString &text, qsizetype from, qsizetype to)
 {
     const QStringView gap = QStringView(text).mid(from, to - from);
     qsizetype i = 0;
-    while ((i = gap.indexOf(u"/*", i)) >= 0) {
-        const qsizetype close = gap.indexOf(u"*/", i + 2);
-        const QStringView body = gap.mid(i + 2, close < 0 ? -1 : close - i - 2);
-        if (body.contains(u"/*"))
-            Refuse(QStringLiteral("a comment inside a comment"));
-        if (close < 0)
-            Refuse(QStringLiteral("an unterminated comment"));
-        i = close + 2;
+    while (i < gap.size()) {
+        if (gap.mid(i).startsWith(u"--")) {
+            const qsizetype end = gap.indexOf(u'\n', i);
+            i = end < 0 ? gap.size() : end + 1;
+        } else if (gap.mid(i).startsWith(u"/*")) {
+            const qsizetype close = gap.indexOf(u"*/", i + 2);
+            const QStringView body = gap.mid(i + 2, close < 0 ? -1 : close - i - 2);
+            if (body.contains(u"/*"))
+                Refuse(QStringLiteral("a comment inside a comment"));
+            if (close < 0)
+                Refuse(QStringLiteral("an unterminated comment"));
+            i = close + 2;
+        } else {
+            ++i;
+        }
     }
 }
 

@@ -18,6 +18,7 @@ TEST(CheckOneSelect, PassesOneSelectAndRefusesEverythingThatCouldBeMore)
         {__LINE__, "SELECT \"it's\" FROM t WHERE b = ';'", true, "a quote inside a quoted name opens no literal"},
         {__LINE__, "SELECT a -- ; not a separator\nFROM t", true, "a separator inside a line comment"},
         {__LINE__, "SELECT a /* ; */ FROM t", true, "a separator inside a block comment"},
+        {__LINE__, "SELECT a -- see /* there\nFROM t", true, "a block marker inside a line comment"},
         {__LINE__, "SELECT a FROM t WHERE b = 'back\\slash'", true, "a plain literal may hold a backslash"},
         {__LINE__, "SELECT \"a--b\", \"c/*\" FROM t", true, "comment markers inside quoted names"},
         {__LINE__, "SELECT a FROM t; DROP TABLE t", false, "two statements"},
