@@ -38,5 +38,6 @@ int RunImport(const QStringList &args, TOutput &out);
 int RunConvert(const QStringList &args, TOutput &out);
 int RunRun(const QStringList &args, TOutput &out);
 int RunTour(const QStringList &args, TOutput &out);
+int RunDiagram(const QStringList &args, TOutput &out);
 
 } // namespace vm20::cli
