@@ -1,9 +1,12 @@
 -- A small shop: who buys what from whom, and how it reaches them.
 --
 -- The build runs this script statement by statement into an SQLite file
--- (examples/shop.sqlite in the build tree). Every row is computed from its
--- position, so two builds give byte-for-byte the same data. Dates are ISO
--- text ('YYYY-MM-DD', 'YYYY-MM-DD hh:mm:ss'), money is REAL.
+-- (examples/shop.sqlite in the build tree); the tests also load it into a
+-- PostgreSQL database, where vm20_makedb maps the few SQLite-only words
+-- (PRAGMA, DATETIME, BLOB, MONEY, REAL, x'..', date(), datetime()). Every
+-- row is computed from its position, so two builds give the same data. In
+-- SQLite dates are ISO text ('YYYY-MM-DD', 'YYYY-MM-DD hh:mm:ss') and money
+-- is REAL. Booleans are written TRUE and FALSE, which SQLite stores as 1 and 0.
 --
 -- The names mix apostrophes and non-ASCII letters on purpose, some columns are
 -- left NULL, and one table name holds a blank, so that quoting gets exercised
@@ -46,7 +49,7 @@ CREATE TABLE products (
   quantity_per_unit VARCHAR(30),
   unit_price        MONEY NOT NULL,
   units_in_stock    SMALLINT NOT NULL DEFAULT 0,
-  discontinued      BOOLEAN NOT NULL DEFAULT 0,
+  discontinued      BOOLEAN NOT NULL DEFAULT FALSE,
   weight_kg         NUMERIC(8,3),
   added_on          DATE NOT NULL
 );
@@ -200,7 +203,7 @@ SELECT s * 8 + c,
        CASE WHEN s = 4 THEN NULL ELSE unit END,
        ROUND(2.5 + (((s * 8 + c) * 37) % 900) / 10.0, 2),
        ((s * 8 + c) * 53) % 120,
-       CASE WHEN (s * 8 + c) % 13 = 0 THEN 1 ELSE 0 END,
+       CASE WHEN (s * 8 + c) % 13 = 0 THEN TRUE ELSE FALSE END,
        CASE WHEN c IN (1, 3) THEN NULL ELSE ROUND(0.25 + ((s * 8 + c) * 11 % 40) / 8.0, 3) END,
        date('2020-01-06', '+' || ((s * 8 + c) * 9) || ' days')
 FROM styles, staples;
@@ -284,8 +287,9 @@ JOIN products p ON p.product_id = (o.order_id * 13 + k * 29) % 80 + 1
 ORDER BY o.order_id, k;
 
 -- Every order that was paid has one payment of its total plus freight.
-INSERT INTO payments (order_id, paid_at, amount, method)
-SELECT o.order_id,
+INSERT INTO payments (payment_id, order_id, paid_at, amount, method)
+SELECT ROW_NUMBER() OVER (ORDER BY o.order_id),
+       o.order_id,
        datetime(o.order_date, '+' || (1 + o.order_id % 4) || ' days', '+' || (o.order_id % 300) || ' minutes'),
        ROUND(t.total + o.freight, 2),
        CASE o.order_id % 3 WHEN 0 THEN 'card' WHEN 1 THEN 'invoice' ELSE 'cash' END
@@ -295,8 +299,9 @@ WHERE o.status IN ('paid', 'shipped', 'delivered')
 ORDER BY o.order_id;
 
 -- A few delivered lines come back.
-INSERT INTO returns (order_id, line_no, quantity, reason, returned_on)
-SELECT l.order_id, l.line_no, 1 + l.quantity % 3,
+INSERT INTO returns (return_id, order_id, line_no, quantity, reason, returned_on)
+SELECT ROW_NUMBER() OVER (ORDER BY l.order_id, l.line_no),
+       l.order_id, l.line_no, 1 + l.quantity % 3,
        CASE (l.order_id + l.line_no) % 4
          WHEN 0 THEN 'Damaged in transit'
          WHEN 1 THEN 'Wrong item'

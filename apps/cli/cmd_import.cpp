@@ -15,7 +15,7 @@ int RunImport(const QStringList &args, TOutput &out)
         QStringLiteral("import"), QStringLiteral("--db URL [--xml]"),
         QStringLiteral("Builds a model from a database (tables, typed columns, the links its foreign\n"
                        "keys describe) and prints it as model text, or as XML with --xml."));
-    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), QStringLiteral("The database: sqlite:PATH."));
+    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), DatabaseUrlHelp());
     options.AddFlag(QStringLiteral("xml"), QStringLiteral("Print the model as XML."));
     if (!options.Parse(args, out))
         return ExitOk;

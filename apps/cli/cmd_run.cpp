@@ -20,7 +20,7 @@ int RunRun(const QStringList &args, TOutput &out)
                        "model lacks, or a file cut short, exits with 1 (see --allow-incomplete)."));
     AddModelOptions(options);
     options.AddValue(QStringLiteral("query"), QStringLiteral("file"), QStringLiteral("The query file."));
-    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), QStringLiteral("The database: sqlite:PATH."));
+    options.AddValue(QStringLiteral("db"), QStringLiteral("url"), DatabaseUrlHelp());
     options.AddValue(QStringLiteral("format"), QStringLiteral("name"),
                      QStringLiteral("table (default), csv or json."));
     options.AddValue(QStringLiteral("max-rows"), QStringLiteral("n"),
@@ -50,8 +50,8 @@ int RunRun(const QStringList &args, TOutput &out)
     CheckComplete(query, options);
     if (sqlOptions >= 0)
         query.SetSQLOptions(IntToSQLOptions(sqlOptions));
-    query.SetSQLTopClause(options.Value(QStringLiteral("top")));
-    query.SetSQLLimitClause(options.Value(QStringLiteral("limit")));
+    query.SetSQLTopClause(options.CountClause(QStringLiteral("top")));
+    query.SetSQLLimitClause(options.CountClause(QStringLiteral("limit")));
     SetParameterValues(query, options.Values(QStringLiteral("param")));
     query.BuildQuery();
 

@@ -42,8 +42,8 @@ int RunSql(const QStringList &args, TOutput &out)
     query.SetSQLSyntax(syntax);
     if (sqlOptions >= 0)
         query.SetSQLOptions(IntToSQLOptions(sqlOptions));
-    query.SetSQLTopClause(options.Value(QStringLiteral("top")));
-    query.SetSQLLimitClause(options.Value(QStringLiteral("limit")));
+    query.SetSQLTopClause(options.CountClause(QStringLiteral("top")));
+    query.SetSQLLimitClause(options.CountClause(QStringLiteral("limit")));
     query.BuildQuery();
     out.Lines(query.GetSQL());
     return ExitOk;

@@ -3,6 +3,7 @@
 #include "cli.h"
 
 #include "model/dbstructure.h"
+#include "providers/onestatement.h"
 #include "query/query.h"
 #include "query/valueformat.h"
 #include "support/dattime.h"
@@ -65,6 +66,7 @@ void SetParameterValues(TNQuery &query, const QStringList &assignments)
 TRowSet ExecuteQuery(QSqlDatabase &database, TNQuery &query, int maxRows)
 {
     const QString sql = StatementText(query);
+    CheckOneSelect(sql);
     QSqlQuery statement(database);
     statement.setForwardOnly(true);
     if (!statement.prepare(sql))

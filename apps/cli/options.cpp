@@ -3,6 +3,8 @@
 #include "cli.h"
 #include "output.h"
 
+#include <QRegularExpression>
+
 namespace vm20::cli {
 
 TCommandOptions::TCommandOptions(const QString &command, const QString &usage,
@@ -59,6 +61,23 @@ int TCommandOptions::Integer(const QString &name, int fallback, int minimum) con
                               .arg(minimum)
                               .arg(FParser.value(name)));
     return value;
+}
+
+QString TCommandOptions::CountClause(const QString &name) const
+{
+    // Whole numbers with the words the clauses know: "10", "10 PERCENT",
+    // "10 OFFSET 20", "20, 10". Nothing else reaches the statement.
+    static const QRegularExpression form(
+        QStringLiteral("^\\s*\\d+(\\s+percent|\\s+offset\\s+\\d+|\\s*,\\s*\\d+)?\\s*$"),
+        QRegularExpression::CaseInsensitiveOption);
+    const QString value = FParser.value(name);
+    if (!FParser.isSet(name) || value.isEmpty())
+        return {};
+    if (!form.match(value).hasMatch())
+        throw EUsageError(QStringLiteral("Option '--%1' takes a row count such as '10', '10 PERCENT' or "
+                                         "'10 OFFSET 20', not '%2'.")
+                              .arg(name, value));
+    return value.simplified();
 }
 
 QString TCommandOptions::Choice(const QString &name, const QStringList &choices,

@@ -36,6 +36,9 @@ public:
     // it is not a whole number of at least `minimum`.
     int Integer(const QString &name, int fallback, int minimum = 0) const;
     // A value that must be one of `choices` (compared without regard to case).
+    // A --top or --limit value: a row count ("10", "10 PERCENT", "10 OFFSET
+    // 20", "20, 10"), else EUsageError; empty when not given.
+    QString CountClause(const QString &name) const;
     QString Choice(const QString &name, const QStringList &choices, const QString &fallback) const;
 
     QString HelpText() const;

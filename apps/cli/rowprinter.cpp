@@ -2,10 +2,12 @@
 
 #include "output.h"
 
+#include <QDateTime>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonValue>
 #include <QSqlRecord>
+#include <QTime>
 
 #include <algorithm>
 
@@ -31,11 +33,25 @@ bool IsNumber(const QVariant &value)
 
 // Sums of money come back with binary noise in the last digits; 15
 // significant digits are what a double holds exactly.
+// Dates and times in the ISO text that databases keeping them as text hold,
+// so that the same rows read the same from every engine.
 QString ValueText(const QVariant &value)
 {
-    if (value.typeId() == QMetaType::Double)
+    switch (value.typeId()) {
+    case QMetaType::Double:
         return QString::number(value.toDouble(), 'g', 15);
-    return value.toString();
+    case QMetaType::QDateTime: {
+        const QDateTime moment = value.toDateTime();
+        return moment.toString(moment.time().msec() ? QStringLiteral("yyyy-MM-dd hh:mm:ss.zzz")
+                                                    : QStringLiteral("yyyy-MM-dd hh:mm:ss"));
+    }
+    case QMetaType::QTime: {
+        const QTime time = value.toTime();
+        return time.toString(time.msec() ? QStringLiteral("hh:mm:ss.zzz") : QStringLiteral("hh:mm:ss"));
+    }
+    default:
+        return value.toString();
+    }
 }
 
 QString CellText(const QVariant &value)

@@ -158,13 +158,13 @@ void AddConditions(TNCustomDBStructure &model)
 {
     model.AddCondition(QStringLiteral("Order is not yet shipped"),
                        QStringLiteral("orders.shipped_date is null and orders.status <> 'cancelled'"));
-    // Dates are ISO text in the database; the year is its first four
-    // characters. A value is filled in once and its quotes reach to the
-    // nearest quote of the template, so the template names it once and holds
-    // no other quote.
+    // The year is the first four characters of the date's text form, which
+    // every engine writes as ISO text. A value is filled in once and its
+    // quotes reach to the nearest quote of the template, so the template names
+    // it once and holds no other quote.
     TDSCondition *year = model.AddCondition(
         QStringLiteral("Ordered in the year @"),
-        QStringLiteral("CAST(substr(orders.order_date, 1, 4) AS INTEGER) = @1"));
+        QStringLiteral("CAST(substr(CAST(orders.order_date AS VARCHAR(19)), 1, 4) AS INTEGER) = @1"));
     year->Values().Items(0)->SetDataType(ftInteger);
     // The alias keeps the returns table out of the query's joins.
     model.AddCondition(QStringLiteral("Order has returns"),

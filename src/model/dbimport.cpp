@@ -55,7 +55,7 @@ void TNCustomDBStructure::RetriveDataModelInfo()
                 const QString display = named ? ValueOfLine(entry) : entry;
                 TDSTable *table = GetTable(AddTable(name, display));
                 // A name like "Order Lines" only works in SQL when quoted.
-                table->SetQuoted(!IsValidIdent(name));
+                table->SetQuoted(info->NameNeedsQuotes(name));
             }
 
             QStringList links;
@@ -75,7 +75,7 @@ void TNCustomDBStructure::RetriveDataModelInfo()
                     field->SetFieldExpr(column.FieldName());
                     field->SetDisplayName(column.FieldName());
                     field->Tables().Add(table.get());
-                    field->SetQuoted(!IsValidIdent(column.FieldName()));
+                    field->SetQuoted(info->NameNeedsQuotes(column.FieldName()));
                     field->SetFieldType(column.FieldType());
                     field->SetFieldSize(column.FieldSize());
                     const TFieldType type = column.FieldType();

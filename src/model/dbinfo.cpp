@@ -151,6 +151,11 @@ bool TNDBInfo::DoGetSQLValues(const QString &sql, QStringList &values, QStringLi
     return true;
 }
 
+bool TNDBInfo::NameNeedsQuotes(const QString &name) const
+{
+    return !IsValidIdent(name);
+}
+
 void TNDBInfo::GetDatabaseNames(QStringList &list)
 {
     if (!DoDBNamesRequest(list))

@@ -84,6 +84,10 @@ public:
 
     // Whether the provider can answer now.
     virtual bool Connected() const { return true; }
+    // Whether a table or column name must be quoted to reach it in SQL; by
+    // default when it is not a plain identifier. Engines that fold unquoted
+    // names to one case, or reserve words, say more.
+    virtual bool NameNeedsQuotes(const QString &name) const;
     const QString &CurrentDBName() const { return FCurrentDBName; }
     // A different name is stored and reported to DatabaseChanged.
     void SetCurrentDBName(const QString &value);

@@ -110,6 +110,25 @@ TColumnType ColumnTypeFromDeclared(const QString &declared)
     return ByAffinity(name, arg1);
 }
 
+TColumnType ColumnTypeFromPostgreSQL(const QString &formatted)
+{
+    int arg1 = 0;
+    int arg2 = 0;
+    const QString name = SplitTypeName(formatted, arg1, arg2);
+    if (name.endsWith(QLatin1String("[]")))
+        return {ftString, UnsizedTextSize};
+    for (const TypeName &known : KnownTypes)
+        if (name == QLatin1String(known.name))
+            return Sized(known.type, arg1, arg2);
+    if (name == QLatin1String("JSON") || name == QLatin1String("JSONB") || name == QLatin1String("XML"))
+        return {ftMemo, 0};
+    if (name == QLatin1String("UUID"))
+        return {ftString, 36};
+    // interval, point, inet, tsvector, enums and other user types: compared
+    // and listed through their text form.
+    return {ftString, UnsizedTextSize};
+}
+
 TColumnType ColumnTypeFromMeta(QMetaType type, int length)
 {
     switch (type.id()) {

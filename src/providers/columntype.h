@@ -22,6 +22,13 @@ struct TColumnType
 // unrecognisable name gives ftUnknown, so the caller can look further.
 TColumnType ColumnTypeFromDeclared(const QString &declared);
 
+// From the type PostgreSQL names a column's type with (format_type(), e.g.
+// "character varying(40)", "numeric(8,3)", "integer[]"). Known names map by
+// the same table; JSON and XML documents are memos, a UUID a 36-character
+// string; arrays, intervals, geometric, network and all other types are
+// strings, whose literals the server converts. Never ftUnknown.
+TColumnType ColumnTypeFromPostgreSQL(const QString &formatted);
+
 // From the value type a driver reports for a column, with its length for
 // strings (-1 or 0 when the driver does not know it).
 TColumnType ColumnTypeFromMeta(QMetaType type, int length);

@@ -7,10 +7,13 @@
 #include <QFileInfo>
 #include <QSqlError>
 #include <QUrl>
+#include <QUrlQuery>
 
 namespace vm20 {
 
 namespace {
+
+constexpr int DefaultConnectTimeout = 10;   // seconds
 
 QString NewConnectionName()
 {
@@ -33,12 +36,53 @@ QSqlDatabase AddSQLite(const QString &url, const QString &rest, bool readOnly)
     return db;
 }
 
-QSqlDatabase AddPostgreSQL(const QString &url)
+// The driver's connection options from the URL's parameters: only those
+// known here are passed on, anything else is refused rather than ignored.
+QString PostgreSQLOptions(const QUrl &url, bool readOnly)
+{
+    static const QStringList sslModes{QStringLiteral("disable"), QStringLiteral("allow"),
+                                      QStringLiteral("prefer"), QStringLiteral("require"),
+                                      QStringLiteral("verify-ca"), QStringLiteral("verify-full")};
+    QString timeout = QString::number(DefaultConnectTimeout);
+    QString sslMode;
+    for (const auto &[key, value] : QUrlQuery(url).queryItems(QUrl::FullyDecoded)) {
+        if (key == QLatin1String("connect_timeout")) {
+            bool ok = false;
+            const int seconds = value.toInt(&ok);
+            if (!ok || seconds < 0)
+                throw ENDBInfoError(dbieBadUrl, SBadUrlParameter,
+                                    {key, QStringLiteral("expected a number of seconds")});
+            timeout = QString::number(seconds);
+        } else if (key == QLatin1String("sslmode")) {
+            if (!sslModes.contains(value))
+                throw ENDBInfoError(dbieBadUrl, SBadUrlParameter,
+                                    {key, QStringLiteral("expected one of ") + sslModes.join(u", ")});
+            sslMode = value;
+        } else {
+            throw ENDBInfoError(dbieBadUrl, SBadUrlParameter,
+                                {key, QStringLiteral("known are connect_timeout and sslmode")});
+        }
+    }
+    QStringList options{QStringLiteral("connect_timeout=") + timeout};
+    if (!sslMode.isEmpty())
+        options << QStringLiteral("sslmode=") + sslMode;
+    // Backslashes in literals are plain characters, as this library writes
+    // them; a read-only session cannot change the database whatever it runs.
+    QString settings = QStringLiteral("-c standard_conforming_strings=on");
+    if (readOnly)
+        settings += QStringLiteral(" -c default_transaction_read_only=on");
+    options << QStringLiteral("options='%1'").arg(settings);
+    return options.join(QLatin1Char(';'));
+}
+
+QSqlDatabase AddPostgreSQL(const QString &url, bool readOnly)
 {
     const QUrl parsed(url, QUrl::StrictMode);
     const QString database = parsed.path().mid(1);
-    if (!parsed.isValid() || parsed.host().isEmpty() || database.isEmpty())
+    if (!parsed.isValid() || parsed.host().isEmpty() || database.isEmpty() || database.contains(u'/')
+        || parsed.hasFragment())
         throw ENDBInfoError(dbieBadUrl, SUnsupportedUrl, {url});
+    const QString options = PostgreSQLOptions(parsed, readOnly);
     QSqlDatabase db = QSqlDatabase::addDatabase(QStringLiteral("QPSQL"), NewConnectionName());
     db.setHostName(parsed.host());
     if (parsed.port() > 0)
@@ -46,6 +90,7 @@ QSqlDatabase AddPostgreSQL(const QString &url)
     db.setDatabaseName(database);
     db.setUserName(parsed.userName());
     db.setPassword(parsed.password());
+    db.setConnectOptions(options);
     return db;
 }
 
@@ -59,7 +104,7 @@ QSqlDatabase OpenDatabaseUrl(const QString &url, bool readOnly)
     if (scheme == QLatin1String("sqlite"))
         db = AddSQLite(url, url.mid(colon + 1), readOnly);
     else if (scheme == QLatin1String("postgresql") || scheme == QLatin1String("postgres"))
-        db = AddPostgreSQL(url);
+        db = AddPostgreSQL(url, readOnly);
     else
         throw ENDBInfoError(dbieBadUrl, SUnsupportedUrl, {url});
     if (!db.open()) {

@@ -1,7 +1,10 @@
-// What PostgreSQL tells about a database, read from the information schema.
-// Only tables of the connection's current schema are described, matching the
-// unqualified names the driver lists for it.
+// What PostgreSQL tells about a database, read from its system catalogs.
+// Only relations of the connection's current schema are described, by the
+// unqualified names that reach them through the search path.
 #include "providers/sqlcatalog.h"
+
+#include "model/errors.h"
+#include "providers/sqlerrors.h"
 
 #include <QSqlQuery>
 
@@ -11,7 +14,24 @@ QStringList PostgreSQLDatabases(const QSqlDatabase &db)
 {
     QStringList out;
     QSqlQuery query = CatalogQuery(
-        db, QStringLiteral("SELECT datname FROM pg_database WHERE NOT datistemplate ORDER BY datname"));
+        db, QStringLiteral("SELECT datname FROM pg_database WHERE NOT datistemplate "
+                           "ORDER BY datname COLLATE \"C\""));
+    while (query.next())
+        out << query.value(0).toString();
+    return out;
+}
+
+QStringList PostgreSQLTables(const QSqlDatabase &db)
+{
+    // Tables, views, materialized views, foreign tables and partitioned
+    // parents; a partition is reached through its parent.
+    QStringList out;
+    QSqlQuery query = CatalogQuery(
+        db, QStringLiteral("SELECT c.relname FROM pg_class c "
+                           "JOIN pg_namespace n ON n.oid = c.relnamespace "
+                           "WHERE n.nspname = current_schema() "
+                           "AND c.relkind IN ('r', 'v', 'm', 'f', 'p') AND NOT c.relispartition "
+                           "ORDER BY c.relname COLLATE \"C\""));
     while (query.next())
         out << query.value(0).toString();
     return out;
@@ -19,51 +39,55 @@ QStringList PostgreSQLDatabases(const QSqlDatabase &db)
 
 std::vector<TColumnInfo> PostgreSQLColumns(const QSqlDatabase &db, const QString &table)
 {
-    std::vector<TColumnInfo> out;
     QSqlQuery query = CatalogQuery(
         db,
-        QStringLiteral("SELECT column_name, data_type, character_maximum_length, numeric_precision, "
-                       "numeric_scale FROM information_schema.columns "
-                       "WHERE table_schema = current_schema() AND table_name = ? "
-                       "ORDER BY ordinal_position"),
+        QStringLiteral("SELECT a.attname, format_type(a.atttypid, a.atttypmod), "
+                       "has_column_privilege(c.oid, a.attnum, 'SELECT') "
+                       "FROM pg_attribute a "
+                       "JOIN pg_class c ON c.oid = a.attrelid "
+                       "JOIN pg_namespace n ON n.oid = c.relnamespace "
+                       "WHERE n.nspname = current_schema() AND c.relname = ? "
+                       "AND a.attnum > 0 AND NOT a.attisdropped "
+                       "ORDER BY a.attnum"),
         {table});
+    std::vector<TColumnInfo> out;
+    bool hidden = false;
     while (query.next()) {
-        // Rebuild a declared type such as "character varying(40)" or "numeric(8,3)".
-        QString declared = query.value(1).toString();
-        if (!query.value(2).isNull())
-            declared += QStringLiteral("(%1)").arg(query.value(2).toInt());
-        else if (!query.value(4).isNull())
-            declared += QStringLiteral("(%1,%2)").arg(query.value(3).toInt()).arg(query.value(4).toInt());
-        TColumnType type = ColumnTypeFromDeclared(declared);
-        if (type.FieldType == ftUnknown)   // uuid, json, arrays, user types
-            type = ColumnTypeFromMeta(QMetaType(QMetaType::QString), -1);
-        out.push_back({query.value(0).toString(), type});
+        if (!query.value(2).toBool()) {
+            hidden = true;
+            continue;
+        }
+        out.push_back({query.value(0).toString(), ColumnTypeFromPostgreSQL(query.value(1).toString())});
     }
+    // A model without the table's columns would look complete and be wrong.
+    if (hidden && out.empty())
+        throw ENDBInfoError(dbieNoColumns, SNoColumns, {table});
     return out;
 }
 
 std::vector<TForeignKey> PostgreSQLForeignKeys(const QSqlDatabase &db)
 {
-    // Each referencing column is paired with the referenced column at the same
-    // position of the unique constraint it points to.
+    // One row per key column, paired by position with the referenced column;
+    // a constraint is known by its oid, since two tables may each have a
+    // constraint of the same name.
     QSqlQuery query = CatalogQuery(
         db,
         QStringLiteral(
-            "SELECT kcu.constraint_name, kcu.table_name, kcu.column_name, ref.table_name, ref.column_name "
-            "FROM information_schema.referential_constraints rc "
-            "JOIN information_schema.key_column_usage kcu "
-            "  ON kcu.constraint_schema = rc.constraint_schema "
-            " AND kcu.constraint_name = rc.constraint_name "
-            "JOIN information_schema.key_column_usage ref "
-            "  ON ref.constraint_schema = rc.unique_constraint_schema "
-            " AND ref.constraint_name = rc.unique_constraint_name "
-            " AND ref.ordinal_position = kcu.position_in_unique_constraint "
-            "WHERE kcu.table_schema = current_schema() "
-            "ORDER BY kcu.table_name, kcu.constraint_name, kcu.ordinal_position"));
+            "SELECT k.oid, t.relname, ta.attname, r.relname, ra.attname "
+            "FROM pg_constraint k "
+            "JOIN pg_class t ON t.oid = k.conrelid "
+            "JOIN pg_namespace n ON n.oid = t.relnamespace "
+            "JOIN pg_class r ON r.oid = k.confrelid "
+            "CROSS JOIN LATERAL unnest(k.conkey, k.confkey) WITH ORDINALITY AS u(col, refcol, pos) "
+            "JOIN pg_attribute ta ON ta.attrelid = k.conrelid AND ta.attnum = u.col "
+            "JOIN pg_attribute ra ON ra.attrelid = k.confrelid AND ra.attnum = u.refcol "
+            "WHERE k.contype = 'f' AND n.nspname = current_schema() "
+            "AND r.relnamespace = t.relnamespace "
+            "ORDER BY t.relname COLLATE \"C\", k.conname COLLATE \"C\", k.oid, u.pos"));
     std::vector<TForeignKey> out;
-    QString current;
+    qlonglong current = -1;
     while (query.next()) {
-        const QString constraint = query.value(1).toString() + QLatin1Char('.') + query.value(0).toString();
+        const qlonglong constraint = query.value(0).toLongLong();
         if (out.empty() || constraint != current) {
             current = constraint;
             out.push_back({query.value(1).toString(), query.value(3).toString(), {}, {}});

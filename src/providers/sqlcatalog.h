@@ -1,7 +1,7 @@
 #pragma once
 // Reading a database's own description of itself: databases, tables, columns
-// and foreign keys. SQLite answers through PRAGMAs, PostgreSQL through the
-// information schema; other drivers through what Qt Sql reports alone.
+// and foreign keys. SQLite answers through PRAGMAs, PostgreSQL through its
+// system catalogs; other drivers through what Qt Sql reports alone.
 #include "providers/columntype.h"
 
 #include <QSqlDatabase>
@@ -43,6 +43,8 @@ std::vector<TForeignKey> SQLiteForeignKeys(const QSqlDatabase &db, const QString
 
 // PostgreSQL (tables of the current schema).
 QStringList PostgreSQLDatabases(const QSqlDatabase &db);
+QStringList PostgreSQLTables(const QSqlDatabase &db);
+// Columns the session may read; ENDBInfoError when it may read none of them.
 std::vector<TColumnInfo> PostgreSQLColumns(const QSqlDatabase &db, const QString &table);
 std::vector<TForeignKey> PostgreSQLForeignKeys(const QSqlDatabase &db);
 

@@ -1,6 +1,7 @@
 #include "providers/sqldbinfo.h"
 
 #include "model/errors.h"
+#include "providers/onestatement.h"
 #include "providers/sqlcatalog.h"
 #include "providers/sqlerrors.h"
 
@@ -37,6 +38,15 @@ bool TNSqlDBInfo::Connected() const
 {
     const QSqlDatabase db = Database();
     return db.isValid() && db.isOpen();
+}
+
+bool TNSqlDBInfo::NameNeedsQuotes(const QString &name) const
+{
+    const QSqlDatabase db = Database();
+    if (!db.isValid() || !db.isOpen() || DialectOf(db) != sdPostgreSQL)
+        return TNDBInfo::NameNeedsQuotes(name);
+    QSqlQuery query = CatalogQuery(db, QStringLiteral("SELECT quote_ident(?)"), {name});
+    return !query.next() || query.value(0).toString() != name;
 }
 
 void TNSqlDBInfo::ConnectionChanged()
@@ -78,6 +88,10 @@ void TNSqlDBInfo::AvailableDatabases(QStringList &list)
 void TNSqlDBInfo::TablesByDatabase(QStringList &list)
 {
     const QSqlDatabase db = OpenDatabase();
+    if (DialectOf(db) == sdPostgreSQL) {
+        list << PostgreSQLTables(db);
+        return;
+    }
     const bool sqlite = DialectOf(db) == sdSQLite;
     QStringList names = db.tables(QSql::Tables) + db.tables(QSql::Views);
     names.removeDuplicates();
@@ -126,10 +140,11 @@ void TNSqlDBInfo::LinksByDatabase(QStringList &list)
     }
     // SQLite matches table names without regard to case, so a key may spell
     // the table it refers to differently from its definition; the line uses
-    // the listed spelling.
-    auto listed = [&tables](const QString &name) {
+    // the listed spelling. PostgreSQL's names differ by case.
+    const Qt::CaseSensitivity cs = DialectOf(db) == sdPostgreSQL ? Qt::CaseSensitive : Qt::CaseInsensitive;
+    auto listed = [&tables, cs](const QString &name) {
         for (const QString &table : tables)
-            if (table.compare(name, Qt::CaseInsensitive) == 0)
+            if (table.compare(name, cs) == 0)
                 return table;
         return QString();
     };
@@ -148,6 +163,7 @@ void TNSqlDBInfo::GetSQLValues(const QString &sql, QStringList &values, QStringL
 {
     values.clear();
     items.clear();
+    CheckOneSelect(sql);
     QSqlQuery query = CatalogQuery(OpenDatabase(), sql);
     const int captionColumn = query.record().count() > 1 ? 1 : 0;
     while (query.next()) {

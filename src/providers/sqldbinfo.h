@@ -26,6 +26,8 @@ public:
 
     // The connection exists and is open.
     bool Connected() const override;
+    // PostgreSQL's own rule: names it folds or reserves are quoted.
+    bool NameNeedsQuotes(const QString &name) const override;
     void ConnectionChanged() override;
     void Update() override;
 

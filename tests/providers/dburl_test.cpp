@@ -31,6 +31,19 @@ TEST(OpenDatabaseUrl, RefusesWhatItCannotOpenWithAClearMessage)
         {__LINE__, QStringLiteral("sqlite:") + missing, dbieCannotOpen,
          QStringLiteral("Database file \"%1\" does not exist").arg(missing), "missing file"},
         {__LINE__, QStringLiteral("sqlite:") + dir.path(), dbieCannotOpen, {}, "a directory is no file"},
+        {__LINE__, QStringLiteral("postgresql://u@127.0.0.1:1/db?application_name=x"), dbieBadUrl,
+         QStringLiteral("Database URL parameter \"application_name\" is not supported: known are "
+                        "connect_timeout and sslmode"),
+         "a parameter the driver is not given is refused, not ignored"},
+        {__LINE__, QStringLiteral("postgresql://u@127.0.0.1:1/db?connect_timeout=10 options=x"), dbieBadUrl, {},
+         "a timeout is a number, so no other option rides on it"},
+        {__LINE__, QStringLiteral("postgresql://u@127.0.0.1:1/db?connect_timeout=-1"), dbieBadUrl, {},
+         "no negative timeout"},
+        {__LINE__, QStringLiteral("postgresql://u@127.0.0.1:1/db?sslmode=require%20options%3Dx"), dbieBadUrl, {},
+         "an SSL mode is one of the known words"},
+        {__LINE__, QStringLiteral("postgresql://u@127.0.0.1:1/db/other"), dbieBadUrl, {}, "one database"},
+        {__LINE__, QStringLiteral("postgresql://u@127.0.0.1:1/db?connect_timeout=1&sslmode=disable"),
+         dbieCannotOpen, {}, "known parameters reach the driver, which then finds no server"},
     };
     for (const Row &row : rows) {
         try {
