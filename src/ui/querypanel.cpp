@@ -82,11 +82,17 @@ void TNQueryPanel::ObserveModel(TNCustomDBStructure *model)
 {
     if (FModel == model)
         return;
-    if (FModel)
+    if (FModel) {
         FModel->RemoveObserver(this);
+        disconnect(FModel, &QObject::destroyed, this, nullptr);
+    }
     FModel = model;
-    if (FModel)
+    if (FModel) {
         FModel->AddObserver(this);
+        // The rows may point into the model: nothing of it may be read once
+        // it goes, and a model need not say so before its QObject part does.
+        connect(FModel, &QObject::destroyed, this, [this] { Deactivate(); });
+    }
 }
 
 // --- activation ---------------------------------------------------------------------------

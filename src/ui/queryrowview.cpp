@@ -117,7 +117,9 @@ void TQueryRowView::BuildBracket(bool strictTitles)
             throw;
         before = query->GetTitle(bracket->IsRoot() ? QStringLiteral("ttlFilter") : QStringLiteral("ttlBracket"));
     }
-    MakeText(rsFirstLabel, before);
+    // An empty leading text has no label: it takes no room.
+    if (!before.isEmpty())
+        MakeText(rsFirstLabel, before);
 
     auto *selector = new TDropDownPopup(FPanel->viewport());
     FSlots[rsSecondLabel].reset(selector);
@@ -265,7 +267,7 @@ int TQueryRowView::FirstCurControl() const
 {
     const std::vector<TDropDownLabel *> controls = Controls();
     for (std::size_t i = 0; i < controls.size(); ++i)
-        if (!controls[i]->Fixed() && controls[i]->isVisible())
+        if (!controls[i]->Fixed() && !controls[i]->isHidden())
             return int(i);
     return -1;
 }
@@ -309,6 +311,8 @@ void TQueryRowView::PlaceRow()
     }
     for (int i = 0; i < RowSlotCount; ++i)
         p.slotWidths[std::size_t(i)] = FSlots[std::size_t(i)] ? FSlots[std::size_t(i)]->sizeHint().width() : -1;
+    if (FRow->IsBracket() && !FSlots[rsFirstLabel])
+        p.slotWidths[rsFirstLabel] = 0;
     const int check = FPanel->style()->pixelMetric(QStyle::PM_IndicatorWidth);
     p.checkBox = QSize(check, FPanel->style()->pixelMetric(QStyle::PM_IndicatorHeight));
     p.scroll = QPoint(FPanel->horizontalScrollBar()->value(), FPanel->verticalScrollBar()->value());
@@ -387,7 +391,7 @@ QString TQueryRowView::Sentence() const
 {
     QStringList words;
     for (TDropDownLabel *label : Controls())
-        if (label->isVisible() || !FVisible)
+        if (!label->isHidden() || !FVisible)
             if (!label->Caption().isEmpty())
                 words << label->Caption();
     return words.join(QLatin1Char(' '));
