@@ -97,6 +97,33 @@ TEST_F(DropDownList, ListLosingFocusHidesItButTheLabelStaysDropped)
     EXPECT_EQ(label->Value(), QStringLiteral("a"));
 }
 
+TEST_F(DropDownList, UseFormHostsTheListInAWindowOfItsOwn)
+{
+    auto *label = Abc(Place<TDropDownListBox>(10, 10));
+    label->SetUseForm(true);
+    label->DropDown();
+    QWidget *form = label->Desktop();
+    ASSERT_NE(form, host.get());
+    EXPECT_TRUE(form->isWindow());
+    EXPECT_TRUE(form->isVisible());
+    EXPECT_EQ(form->geometry().top(), host->mapToGlobal(QPoint(0, 10)).y() + label->fontMetrics().height() + 2);
+    QTest::keyClick(label->ListBox(), Qt::Key_Escape);
+    EXPECT_FALSE(form->isVisible());
+    EXPECT_FALSE(label->Dropped());
+}
+
+TEST_F(DropDownList, ItemsAndValuesOfUnequalLengthRefuseToDrop)
+{
+    auto *label = Place<TDropDownListBox>(10, 10);
+    label->SetItems({QStringLiteral("A"), QStringLiteral("B")});
+    label->SetValues({QStringLiteral("a")});
+    EXPECT_THROW(label->DropDown(), EDDLabelError);
+    EXPECT_FALSE(label->Dropped());
+    label->SetValues({QStringLiteral("a"), QStringLiteral("b")});
+    label->DropDown();
+    EXPECT_TRUE(label->EditMode());
+}
+
 using DropDownCheckListBox = HostTest;
 
 TEST_F(DropDownCheckListBox, ValueChecksRowsAndCaptionShowsTheirTexts)
