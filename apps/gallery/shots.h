@@ -26,6 +26,8 @@ struct GalleryState
 };
 
 std::vector<GalleryState> GalleryStates();
+// The condition panel on the sample model.
+std::vector<GalleryState> PanelStates();
 
 // Renders the widget and its overlays into one image.
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

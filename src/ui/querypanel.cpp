@@ -410,6 +410,7 @@ void TNQueryPanel::SetAddRowCaption()
     FAddRowLabel->setFont(font());
     QPalette palette = FAddRowLabel->palette();
     palette.setColor(QPalette::WindowText, FAppearance->AddRowColor());
+    palette.setColor(QPalette::Text, FAppearance->AddRowColor());
     FAddRowLabel->setPalette(palette);
     FAddRowLabel->SetCaption(QStringLiteral("< ") + GetTitle(QStringLiteral("ttlClickToAdd")) + QStringLiteral(" >"));
 }

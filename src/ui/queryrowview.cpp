@@ -98,9 +98,11 @@ TDropDownLabel *TQueryRowView::MakeText(int slot, const QString &text)
 
 void TQueryRowView::ApplyColor(QWidget *label, const QColor &color)
 {
+    // Over the panel's base colour a label's foreground role is Text.
     QPalette palette = label->palette();
-    palette.setColor(QPalette::Active, QPalette::WindowText, color);
-    palette.setColor(QPalette::Inactive, QPalette::WindowText, color);
+    for (QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive})
+        for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text})
+            palette.setColor(group, role, color);
     label->setPalette(palette);
 }
 
