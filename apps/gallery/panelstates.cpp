@@ -8,6 +8,7 @@
 #include "query/filtercond.h"
 #include "ui/querypanel.h"
 
+#include <QCoreApplication>
 #include <QFile>
 #include <QScrollBar>
 
@@ -78,6 +79,9 @@ GalleryShot Panel(const std::function<void(TNQueryPanel &)> &look, const std::fu
     fill(*panel->Query(), *model);
     look(*panel);
     panel->Loaded();
+    // Laid out as on screen, so that the scroll bars know the viewport.
+    panel->setAttribute(Qt::WA_DontShowOnScreen);
+    panel->show();
     panel->SetCurrentRow(panel->Filter()->RowByID(QStringLiteral("4.1.")));
     shot.keep.push_back(model);
     shot.widget = std::move(panel);
@@ -115,9 +119,10 @@ std::vector<GalleryState> PanelStates()
         {QStringLiteral("panel-scrolled"), [] {
              GalleryShot shot = Panel([](TNQueryPanel &) {}, RichQuery, QSize(360, 200));
              auto *panel = static_cast<TNQueryPanel *>(shot.widget.get());
-             panel->RowView(panel->Filter());
              panel->verticalScrollBar()->setValue(60);
              panel->horizontalScrollBar()->setValue(40);
+             // The scroll bars appear through posted layout requests.
+             QCoreApplication::sendPostedEvents();
              return shot;
          }},
         {QStringLiteral("panel-parsed-sql"), [] {

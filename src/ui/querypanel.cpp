@@ -358,11 +358,15 @@ void TNQueryPanel::UpdateScrollBars(int contentRight, int contentBottom)
     horizontalScrollBar()->setPageStep(client.width());
     verticalScrollBar()->setPageStep(client.height());
     verticalScrollBar()->setSingleStep(RowHeight());
-    // Changing a range may move a scroll bar, which places the rows again.
-    const QSignalBlocker hBlock(horizontalScrollBar());
-    const QSignalBlocker vBlock(verticalScrollBar());
+    // A range that moves a scroll bar places the rows once more, afterwards.
+    const int h = horizontalScrollBar()->value();
+    const int v = verticalScrollBar()->value();
+    FSettingRanges = true;
     horizontalScrollBar()->setRange(0, std::max(0, contentRight - client.width()));
     verticalScrollBar()->setRange(0, std::max(0, contentBottom - client.height()));
+    FSettingRanges = false;
+    if (h != horizontalScrollBar()->value() || v != verticalScrollBar()->value())
+        ScheduleLayout();
 }
 
 void TNQueryPanel::ShowAllRows()
@@ -619,7 +623,7 @@ void TNQueryPanel::scrollContentsBy(int dx, int dy)
 {
     (void)dx;
     (void)dy;
-    if (FActive)
+    if (FActive && !FSettingRanges)
         PlaceAllRows();
 }
 

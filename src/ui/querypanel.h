@@ -193,6 +193,7 @@ private:
     bool FDestroying = false;
     mutable bool FLayoutPending = false;
     bool FLayoutPosted = false;
+    bool FSettingRanges = false;
     QFont FSubQueryFont;
     TSubQueryHint FSubQueryHint = sqhSQL;
     const TImageList *FImages = nullptr;
