@@ -7,6 +7,7 @@
 #include "ui/rndbtn.h"
 
 #include <QCheckBox>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
@@ -23,7 +24,7 @@ TNQueryPanel::TNQueryPanel(QWidget *parent)
       FSubQueryAppearance(std::make_unique<TQPAppearance>())
 {
     setFocusPolicy(Qt::StrongFocus);
-    viewport()->setBackgroundRole(QPalette::Base);
+    NewViewport();
     FOwnQuery = std::make_unique<TNQuery>();
     AttachQuery(FOwnQuery.get());
 }
@@ -34,6 +35,14 @@ TNQueryPanel::~TNQueryPanel()
     Deactivate();
     DetachQuery();
     ObserveModel(nullptr);
+}
+
+void TNQueryPanel::NewViewport()
+{
+    auto *port = new QWidget;
+    port->setBackgroundRole(QPalette::Base);
+    port->setAutoFillBackground(false);
+    setViewport(port);
 }
 
 // --- the query -------------------------------------------------------------------------
@@ -122,10 +131,18 @@ void TNQueryPanel::Deactivate()
         return;
     FActive = false;
     FCurrentRow = nullptr;
-    FViews.clear();
-    FAddRowLabel.reset();
     FLayoutPending = false;
-    viewport()->update();
+    // Freeing the controls one by one costs a search of the viewport's
+    // children each; a new viewport frees them all in one pass.
+    // Each freed control would search all events still queued (the ones
+    // its making posted) for its own: deliver them first.
+    QCoreApplication::sendPostedEvents();
+    for (auto &[row, view] : FViews)
+        view->Abandon();
+    FViews.clear();
+    (void)FAddRowLabel.release();
+    if (!FDestroying)
+        NewViewport();
 }
 
 void TNQueryPanel::Loaded()
@@ -621,10 +638,16 @@ bool TNQueryPanel::viewportEvent(QEvent *event)
 
 void TNQueryPanel::scrollContentsBy(int dx, int dy)
 {
-    (void)dx;
-    (void)dy;
-    if (FActive && !FSettingRanges)
+    if (!FActive || FSettingRanges)
+        return;
+    // Right to left, a horizontal scroll moves rows and check boxes
+    // differently: placing them again is simplest.
+    if (FLayoutPending || (dx != 0 && layoutDirection() == Qt::RightToLeft)) {
         PlaceAllRows();
+        return;
+    }
+    // Otherwise every control moves by the same offset.
+    viewport()->scroll(dx, dy);
 }
 
 void TNQueryPanel::resizeEvent(QResizeEvent *event)

@@ -158,6 +158,7 @@ private:
     void ModelChanged(TNCustomDBStructure *model, const TModelChange &change) override;
     void ModelDestroyed(TNCustomDBStructure *model) override;
 
+    void NewViewport();
     void AttachQuery(TNQuery *query);
     void DetachQuery();
     void ObserveModel(TNCustomDBStructure *model);

@@ -80,6 +80,15 @@ TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTi
 
 TQueryRowView::~TQueryRowView() = default;
 
+void TQueryRowView::Abandon()
+{
+    (void)FButton.release();
+    for (auto &slot : FSlots)
+        (void)slot.release();
+    (void)FLogOp.release();
+    (void)FCheckBox.release();
+}
+
 TDropDownLabel *TQueryRowView::Slot(int index) const
 {
     return index >= 0 && index < RowSlotCount ? FSlots[std::size_t(index)].get() : nullptr;
@@ -309,10 +318,10 @@ void TQueryRowView::PlaceRow()
     const bool showLogOp = FLogOp && FRow->IndexInParent() > 0;
     if (showLogOp && look.LogOpStyle() != losHidden) {
         p.logOp = look.LogOpStyle() == losBeforeCond ? lopBefore : lopAfter;
-        p.logOpWidth = FLogOp->sizeHint().width();
+        p.logOpWidth = FLogOp->width();
     }
     for (int i = 0; i < RowSlotCount; ++i)
-        p.slotWidths[std::size_t(i)] = FSlots[std::size_t(i)] ? FSlots[std::size_t(i)]->sizeHint().width() : -1;
+        p.slotWidths[std::size_t(i)] = FSlots[std::size_t(i)] ? FSlots[std::size_t(i)]->width() : -1;
     if (FRow->IsBracket() && !FSlots[rsFirstLabel])
         p.slotWidths[rsFirstLabel] = 0;
     const int check = FPanel->style()->pixelMetric(QStyle::PM_IndicatorWidth);
@@ -326,11 +335,11 @@ void TQueryRowView::PlaceRow()
     if (FCheckBox)
         FCheckBox->setGeometry(g.checkBox);
     if (FLogOp)
-        FLogOp->setGeometry(p.logOp == lopNone ? QRect() : QRect(g.logOp.topLeft(), FLogOp->sizeHint()));
+        FLogOp->move(p.logOp == lopNone ? QPoint(-FLogOp->width(), 0) : g.logOp.topLeft());
+    // Labels keep the size their text gives them.
     for (int i = 0; i < RowSlotCount; ++i)
         if (FSlots[std::size_t(i)])
-            FSlots[std::size_t(i)]->setGeometry(QRect(g.slotRects[std::size_t(i)].topLeft(),
-                                                      FSlots[std::size_t(i)]->sizeHint()));
+            FSlots[std::size_t(i)]->move(g.slotRects[std::size_t(i)].topLeft());
 }
 
 void TQueryRowView::SetVisible(bool value)

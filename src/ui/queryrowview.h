@@ -36,6 +36,10 @@ public:
     TQueryRowView(const TQueryRowView &) = delete;
     TQueryRowView &operator=(const TQueryRowView &) = delete;
 
+    // Lets go of the controls without freeing them: the panel frees all
+    // controls at once with the widget that holds them.
+    void Abandon();
+
     TFilterRow *Row() const { return FRow; }
     TNRndBtn *Button() const { return FButton.get(); }
     // rsFirstLabel .. rsMiddleLabel; nullptr for an empty slot.
