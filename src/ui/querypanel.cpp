@@ -4,6 +4,7 @@
 #include "model/errors.h"
 #include "ui/dropdownlabel.h"
 #include "ui/dropdownpopup.h"
+#include "ui/querypanelaccessible.h"
 #include "ui/rndbtn.h"
 
 #include <QCheckBox>
@@ -23,6 +24,7 @@ TNQueryPanel::TNQueryPanel(QWidget *parent)
       FAppearance(std::make_unique<TQPAppearance>(this)),
       FSubQueryAppearance(std::make_unique<TQPAppearance>())
 {
+    InstallQueryPanelAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     NewViewport();
     FOwnQuery = std::make_unique<TNQuery>();
@@ -239,6 +241,27 @@ TDropDownLabel *TNQueryPanel::AddRowLabel() const
 int TNQueryPanel::RowHeight() const
 {
     return QFontMetrics(font()).height() + 1;
+}
+
+std::vector<TFilterRow *> TNQueryPanel::DisplayRows() const
+{
+    std::vector<TFilterRow *> rows;
+    if (!FActive)
+        return rows;
+    const bool hideRoot = FAppearance->Has(TQPAppearance::aoHideRootRow);
+    std::vector<TFilterRow *> stack{FQuery->Filter()};
+    while (!stack.empty()) {
+        TFilterRow *row = stack.back();
+        stack.pop_back();
+        if (row->Parent() || !hideRoot)
+            rows.push_back(row);
+        if (row->IsBracket()) {
+            const auto &children = static_cast<TFilterBracket *>(row)->Rows();
+            for (auto it = children.rbegin(); it != children.rend(); ++it)
+                stack.push_back(it->get());
+        }
+    }
+    return rows;
 }
 
 TFilterRow *TNQueryPanel::FirstRow() const

@@ -91,6 +91,8 @@ public:
     // The view of a row (nullptr while inactive or for a row of another query).
     TQueryRowView *RowView(const TFilterRow *row) const;
     TDropDownLabel *AddRowLabel() const;
+    // The rows shown, in display order (none while inactive).
+    std::vector<TFilterRow *> DisplayRows() const;
     TFilterRow *FirstRow() const;
     TFilterRow *LastRow() const;
     TFilterRow *CurrentRow() const { return FCurrentRow; }

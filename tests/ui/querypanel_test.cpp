@@ -8,7 +8,9 @@
 
 #include "query/shopmodel.h"
 
+#include <QAccessible>
 #include <QCheckBox>
+#include <QScrollBar>
 #include <QImage>
 #include <QPainter>
 
@@ -243,6 +245,40 @@ TEST_F(QueryPanelTest, PaintsTheCurrentRowAndItsFocusFrame)
     EXPECT_NE(image.pixelColor(panel->RowView(deep)->GetRowRect().center().x() + 200,
                                panel->RowView(deep)->GetRowRect().center().y()),
               QColor(255, 255, 0));
+}
+
+TEST_F(QueryPanelTest, RowsReadAsSentencesToAssistiveTools)
+{
+    BuildNested();
+    first->SetValue(1, QStringLiteral("Jo"));
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel.get());
+    ASSERT_NE(face, nullptr);
+    EXPECT_EQ(face->childCount(), 6);
+    QAccessibleInterface *row = face->child(1);
+    ASSERT_NE(row, nullptr);
+    EXPECT_EQ(row->text(QAccessible::Name), panel->RowView(first)->Sentence());
+    EXPECT_TRUE(row->text(QAccessible::Name).startsWith(QStringLiteral("Customer name "))) ;
+    EXPECT_EQ(row->childCount(), int(panel->RowView(first)->Controls().size()));
+    EXPECT_EQ(row->child(0)->text(QAccessible::Name), QStringLiteral("Customer name"));
+    EXPECT_EQ(face->indexOfChild(row), 1);
+}
+
+TEST_F(QueryPanelTest, DeepNestingAndLargeQueriesStayUsable)
+{
+    TNQuery *q = panel->Query();
+    q->BeginUpdate();
+    TFilterBracket *bracket = q->Filter();
+    for (int level = 0; level < 200; ++level)
+        bracket = bracket->AddNewBracket();
+    TSimpleCond *bottom = q->AddCondition(bracket, shop.custName);
+    q->EndUpdate();
+    ASSERT_NE(panel->RowView(bottom), nullptr);
+    EXPECT_EQ(panel->RowView(bottom)->Button()->x(), 5 + 20 * 201);
+    EXPECT_GT(panel->horizontalScrollBar()->maximum(), 0) << "the deep rows can be scrolled to";
+    q->DeleteRow(q->Filter()->GetRow(0));
+    EXPECT_EQ(panel->RowViewCount(), 1);
+    EXPECT_NE(q->AddCondition(q->Filter(), shop.custCity), nullptr);
+    EXPECT_EQ(panel->RowViewCount(), 2);
 }
 
 } // namespace
