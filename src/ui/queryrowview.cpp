@@ -8,7 +8,11 @@
 #include "ui/dropdownpopup.h"
 #include "ui/querypanel.h"
 #include "ui/rndbtn.h"
+#include "ui/rowlists.h"
 #include "ui/valuelabel.h"
+#include "model/dsfield.h"
+#include "model/dsoperator.h"
+#include "model/valueeditors.h"
 
 #include <QCheckBox>
 #include <QScrollBar>
@@ -45,8 +49,10 @@ TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTi
         FCheckBox->resize(16, FCheckBox->sizeHint().height());
         FCheckBox->hide();
         // The box toggles the row; the query tells the panel what changed.
+        // Queued: the change rebuilds this row, box included, which must not
+        // happen inside the box's own signal.
         QObject::connect(FCheckBox.get(), &QCheckBox::toggled, FCheckBox.get(),
-                         [row](bool on) { row->SetEnabled(on); });
+                         [row](bool on) { row->SetEnabled(on); }, Qt::QueuedConnection);
 
         FLogOp = std::make_unique<TDropDownPopup>(host);
         FLogOp->setFont(panel->font());
@@ -185,6 +191,19 @@ void TQueryRowView::BuildSimpleCondition()
     field->setFont(FPanel->font());
     field->SetImages(FPanel->Images());
     field->SetCaption(texts.value(0));
+    if (fieldKnown) {
+        auto *list = static_cast<TDropDownList *>(field);
+        TSimpleCond *row = cond;
+        TNQueryPanel *panel = FPanel;
+        list->BeforeDropDown = [list, row, panel](QObject *) {
+            TNCustomDBStructure *model = panel->DBStruct();
+            if (!list->Items().isEmpty() || !model)
+                return;
+            const TQPAppearance &look = panel->Appearance();
+            FillFieldList(*list, *model, look.Has(TQPAppearance::aoShowGroupName), look.NameSeparator());
+            list->SetItemIndex(int(list->Values().indexOf(QString::number(row->Field()->ID()))));
+        };
+    }
     ApplyColor(field, look.FieldColor());
     field->hide();
 
@@ -192,6 +211,15 @@ void TQueryRowView::BuildSimpleCondition()
     FSlots[rsSecondLabel].reset(op);
     op->setFont(FPanel->font());
     op->SetCaption(texts.value(1));
+    if (fieldKnown && operatorKnown) {
+        TSimpleCond *row = cond;
+        op->BeforeDropDown = [op, row](QObject *) {
+            if (!op->Items().isEmpty())
+                return;
+            FillOperatorList(*op, *row->Field());
+            op->SetItemIndex(int(op->Values().indexOf(row->Operator()->Name())));
+        };
+    }
     ApplyColor(op, look.OperatorColor());
     op->hide();
 
@@ -232,11 +260,32 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
         FSlots[std::size_t(i == 1 ? rsFirstValue : rsSecondValue)].reset(label);
         label->setFont(FPanel->font());
         label->SetCaption(texts.value(i == 1 ? 0 : 2));
+        FillListOnDrop(label, i);
         ApplyColor(label, look.ValueColor());
         label->hide();
     }
     if (count == 2)
         MakeText(rsMiddleLabel, texts.value(1));
+}
+
+// A list editor's items reach the label when it first drops (an SQL list
+// asks the model's provider then, once).
+void TQueryRowView::FillListOnDrop(TDropDownLabel *label, int index)
+{
+    auto *list = qobject_cast<TDropDownList *>(label);
+    if (!list || FRow->RowType() != frtSimpleCondition)
+        return;
+    auto *cond = static_cast<TSimpleCond *>(FRow);
+    list->BeforeDropDown = [list, cond, index](QObject *) {
+        if (!list->Items().isEmpty() || !cond->Field())
+            return;
+        if (auto *editor = dynamic_cast<TDSListEditor *>(cond->Field()->ValueEditor())) {
+            if (auto *sql = dynamic_cast<TDSSQLEditor *>(editor); sql && !sql->Opened())
+                sql->SetOpened(true);
+            FillValueList(*list, *editor);
+            list->SetItemIndex(int(list->Values().indexOf(cond->GetValue(index))));
+        }
+    };
 }
 
 void TQueryRowView::SetUnresolvedLook()

@@ -88,6 +88,7 @@ private:
     TDropDownLabel *MakeText(int slot, const QString &text);
     void ApplyColor(QWidget *label, const QColor &color);
     void SetUnresolvedLook();
+    void FillListOnDrop(TDropDownLabel *label, int index);
 
     TNQueryPanel *FPanel;
     TFilterRow *FRow;

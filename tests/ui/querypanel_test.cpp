@@ -3,6 +3,7 @@
 #include "common/raises.h"
 #include "model/errors.h"
 #include "ui/dropdownlabel.h"
+#include "ui/dropdownlist.h"
 #include "ui/rndbtn.h"
 #include "uitest.h"
 
@@ -279,6 +280,25 @@ TEST_F(QueryPanelTest, DeepNestingAndLargeQueriesStayUsable)
     EXPECT_EQ(panel->RowViewCount(), 1);
     EXPECT_NE(q->AddCondition(q->Filter(), shop.custCity), nullptr);
     EXPECT_EQ(panel->RowViewCount(), 2);
+}
+
+TEST_F(QueryPanelTest, ListsFillWhenFirstDroppedAndTheCheckBoxTogglesTheRow)
+{
+    BuildNested();
+    auto *field = static_cast<TDropDownList *>(panel->RowView(first)->Slot(rsFirstLabel));
+    auto *op = static_cast<TDropDownList *>(panel->RowView(first)->Slot(rsSecondLabel));
+    EXPECT_TRUE(field->Items().isEmpty()) << "nothing is built before it is needed";
+    field->BeforeDropDown(field);
+    op->BeforeDropDown(op);
+    EXPECT_TRUE(field->Items().contains(QStringLiteral("Customer name")));
+    EXPECT_EQ(field->Caption(), QStringLiteral("Customer name")) << "the current field stays selected";
+    EXPECT_EQ(op->Values().size(), shop.custName->OperatCount());
+    EXPECT_EQ(op->Caption(), panel->RowView(first)->Slot(rsSecondLabel)->Caption());
+
+    panel->RowView(outer)->CheckBox()->setChecked(false);
+    QCoreApplication::processEvents();
+    EXPECT_FALSE(outer->Enabled());
+    EXPECT_FALSE(panel->RowView(deep)->Slot(rsFirstLabel)->isEnabled()) << "rows of a disabled bracket grey out";
 }
 
 } // namespace
