@@ -301,11 +301,28 @@ void TQueryRowView::SetUnresolvedLook()
     FButton->setToolTip(tip);
 }
 
+// Before a condition the operator joins it to the row above; after it, to
+// the row below: the first (or last) row of a bracket has none.
+bool TQueryRowView::ShowsLogOp() const
+{
+    if (!FLogOp)
+        return false;
+    switch (FPanel->Appearance().LogOpStyle()) {
+    case losBeforeCond:
+        return FRow->IndexInParent() > 0;
+    case losAfterCond:
+        return FRow->IndexInParent() < FRow->Parent()->GetRowCount() - 1;
+    case losHidden:
+        break;
+    }
+    return false;
+}
+
 std::vector<TDropDownLabel *> TQueryRowView::Controls() const
 {
     std::vector<TDropDownLabel *> controls;
     const TLogicalOperatorStyle style = FPanel->Appearance().LogOpStyle();
-    const bool showLogOp = FLogOp && FRow->IndexInParent() > 0;
+    const bool showLogOp = ShowsLogOp();
     if (showLogOp && style == losBeforeCond)
         controls.push_back(FLogOp.get());
     for (int slot : SlotDisplayOrder)
@@ -364,8 +381,10 @@ void TQueryRowView::PlaceRow()
         p.button = FButton->AutoSizeHint();
     }
     p.hideButton = !root && look.Has(TQPAppearance::aoHideRowButtons);
-    const bool showLogOp = FLogOp && FRow->IndexInParent() > 0;
-    if (showLogOp && look.LogOpStyle() != losHidden) {
+    const bool showLogOp = ShowsLogOp();
+    if (FLogOp)
+        FLogOp->setVisible(FVisible && showLogOp);
+    if (showLogOp) {
         p.logOp = look.LogOpStyle() == losBeforeCond ? lopBefore : lopAfter;
         p.logOpWidth = FLogOp->width();
     }
@@ -407,7 +426,7 @@ void TQueryRowView::SetVisible(bool value)
         if (slot)
             slot->setVisible(value);
     if (FLogOp)
-        FLogOp->setVisible(value && look.LogOpStyle() != losHidden && FRow->IndexInParent() > 0);
+        FLogOp->setVisible(value && ShowsLogOp());
 }
 
 QRect TQueryRowView::GetRowRect() const

@@ -50,6 +50,7 @@ public:
     // The drop-down labels in display order (logical-operator label included
     // where it shows), which the current-control index counts.
     std::vector<TDropDownLabel *> Controls() const;
+    bool ShowsLogOp() const;
     int CurrentControlIndex() const { return FCurrentControl; }
     void SetCurrentControlIndex(int index) { FCurrentControl = index; }
     TDropDownLabel *CurrentControl() const;

@@ -4,6 +4,7 @@
 #include "model/errors.h"
 #include "ui/dropdownlabel.h"
 #include "ui/dropdownlist.h"
+#include "ui/dropdownpopup.h"
 #include "ui/rndbtn.h"
 #include "uitest.h"
 
@@ -299,6 +300,29 @@ TEST_F(QueryPanelTest, ListsFillWhenFirstDroppedAndTheCheckBoxTogglesTheRow)
     QCoreApplication::processEvents();
     EXPECT_FALSE(outer->Enabled());
     EXPECT_FALSE(panel->RowView(deep)->Slot(rsFirstLabel)->isEnabled()) << "rows of a disabled bracket grey out";
+}
+
+TEST_F(QueryPanelTest, LogicalOperatorsJoinNeighbouringRows)
+{
+    struct Row { int line; TLogicalOperatorStyle style; QString shown; const char *why; };
+    const Row rows[] = {
+        {__LINE__, losHidden, QStringLiteral("----"), "hidden everywhere"},
+        {__LINE__, losBeforeCond, QStringLiteral("-+-+"), "before all but a bracket's first row"},
+        {__LINE__, losAfterCond, QStringLiteral("+-+-"), "after all but a bracket's last row"},
+    };
+    BuildNested();
+    TFilterRow *city = outer->GetRow(0);
+    for (const Row &r : rows) {
+        SCOPED_TRACE(::testing::Message() << "line " << r.line << ": " << r.why);
+        panel->Appearance().SetLogOpStyle(r.style);
+        QString shown;
+        for (const TFilterRow *row : {static_cast<TFilterRow *>(first), static_cast<TFilterRow *>(outer), city,
+                                      static_cast<TFilterRow *>(inner)})
+            shown += panel->RowView(row)->LogOpLabel()->isHidden() ? QLatin1Char('-') : QLatin1Char('+');
+        EXPECT_EQ(shown, r.shown);
+    }
+    panel->Query()->DeleteRow(inner);
+    EXPECT_TRUE(panel->RowView(city)->LogOpLabel()->isHidden()) << "the row left last loses its operator";
 }
 
 } // namespace
