@@ -26,6 +26,7 @@ struct GalleryState
 };
 
 std::vector<GalleryState> GalleryStates();
+std::vector<GalleryState> DesignerStates();
 // The condition panel on the sample model.
 std::vector<GalleryState> PanelStates();
 

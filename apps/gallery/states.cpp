@@ -245,7 +245,7 @@ std::vector<GalleryState> GalleryStates()
 {
     const auto ltr = Qt::LeftToRight;
     const auto rtl = Qt::RightToLeft;
-    return {
+    std::vector<GalleryState> states = {
         {QStringLiteral("labels-idle"), [=] { return Labels(ltr, false); }, true},
         {QStringLiteral("labels-focused"), [=] { return Labels(ltr, true); }},
         {QStringLiteral("labels-rtl"), [=] { return Labels(rtl, false); }, true},
@@ -311,6 +311,9 @@ std::vector<GalleryState> GalleryStates()
         {QStringLiteral("buttons-hovered"), [] { return Buttons(false, true); }},
         {QStringLiteral("buttons-pressed"), [] { return Buttons(true, false); }},
     };
+    for (GalleryState &state : DesignerStates())
+        states.push_back(std::move(state));
+    return states;
 }
 
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio)
