@@ -19,6 +19,14 @@
 
 namespace {
 
+std::vector<GalleryState> AllStates()
+{
+    std::vector<GalleryState> states = GalleryStates();
+    for (GalleryState &state : PanelStates())
+        states.push_back(std::move(state));
+    return states;
+}
+
 int WriteShots(const QString &dirName)
 {
     QDir dir;
@@ -27,7 +35,7 @@ int WriteShots(const QString &dirName)
         return 1;
     }
     int written = 0;
-    for (const GalleryState &state : GalleryStates()) {
+    for (const GalleryState &state : AllStates()) {
         const GalleryShot shot = state.build();
         for (int scale : {1, 2}) {
             const QImage image = RenderShot(shot, scale);
@@ -75,7 +83,7 @@ int main(int argc, char **argv)
     auto *grid = new QGridLayout(page);
     std::vector<GalleryShot> keep;
     int row = 0;
-    for (const GalleryState &state : GalleryStates()) {
+    for (const GalleryState &state : AllStates()) {
         if (!state.live)
             continue;
         grid->addWidget(new QLabel(state.name), row, 0, Qt::AlignTop);

@@ -27,6 +27,8 @@ struct GalleryState
 
 std::vector<GalleryState> GalleryStates();
 std::vector<GalleryState> DesignerStates();
+// The condition panel on the sample model.
+std::vector<GalleryState> PanelStates();
 
 // Renders the widget and its overlays into one image.
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

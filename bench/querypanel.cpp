@@ -1,0 +1,151 @@
+// The condition panel over large queries: activating it (row views created
+// and placed), rebuilding it after an appearance change, painting one
+// screenful after a scroll, and the memory a row takes.
+#include "model/valueeditors.h"
+#include "query/filtercond.h"
+#include "query/query.h"
+#include "treemodel.h"
+#include "ui/querypanel.h"
+
+#include <QApplication>
+#include <QImage>
+#include <QPainter>
+#include <QScrollBar>
+
+#include <benchmark/benchmark.h>
+
+#include <malloc.h>
+
+#include <memory>
+
+using namespace vm20;
+
+namespace {
+
+struct Fixture
+{
+    TNDBStructure model;
+    std::vector<std::pair<TDSField *, QString>> kinds; // field, operator
+    TDSCondition *custom = nullptr;
+
+    Fixture()
+    {
+        TDSTable *table = bench::AddTreeTable(model, 0, QStringLiteral("t"));
+        auto add = [&](const char *column, TFieldType type, const char *op) {
+            kinds.emplace_back(bench::AddField(model, table, QString::fromLatin1(column), type), QString::fromLatin1(op));
+        };
+        add("Name", ftString, "StartsWith");
+        add("Qty", ftInteger, "Equal");
+        add("Price", ftFloat, "Between");
+        add("Day", ftDate, "Less");
+        add("Flag", ftBoolean, "Equal");
+        add("Code", ftString, "InList");
+        add("Status", ftString, "Equal");
+        TDSField *status = kinds.back().first;
+        status->SetEditType(etList);
+        auto *list = static_cast<TDSListEditor *>(status->ValueEditor());
+        list->Items() << QStringLiteral("Open") << QStringLiteral("Closed");
+        list->Values() << QStringLiteral("O") << QStringLiteral("C");
+        custom = model.AddCondition(QStringLiteral("Ordered in @"), QStringLiteral("t.Year = @1"));
+    }
+
+    // Rows under brackets three levels deep, every label kind in turn.
+    void Fill(TNQuery &q, int rows)
+    {
+        q.BeginUpdate();
+        TFilterBracket *bracket = q.Filter();
+        for (int i = 0; i < rows; ++i) {
+            if (i % 10 == 0) {
+                bracket = i % 40 == 0 ? q.Filter() : bracket;
+                bracket = bracket->AddNewBracket();
+                ++i;
+            }
+            if (i % 13 == 0) {
+                q.AddCustomCondition(bracket, custom)->SetValue(1, QStringLiteral("2024"));
+                continue;
+            }
+            const auto &[field, op] = kinds[std::size_t(i) % kinds.size()];
+            TSimpleCond *c = q.AddCondition(bracket, field);
+            if (TDSOperator *o = model.OperatorByName(op))
+                c->SetOperator(o);
+            c->SetValue(1, QString::number(i));
+            if (c->GetValueCount() > 1)
+                c->SetValue(2, QString::number(i + 10));
+            if (i % 17 == 0)
+                c->SetValueIsParam(1, true);
+        }
+        q.EndUpdate();
+    }
+};
+
+std::size_t HeapInUse()
+{
+    return mallinfo2().uordblks;
+}
+
+std::unique_ptr<TNQueryPanel> MakePanel(Fixture &f, int rows)
+{
+    auto panel = std::make_unique<TNQueryPanel>();
+    panel->resize(640, 480);
+    panel->setAttribute(Qt::WA_DontShowOnScreen);
+    panel->SetDBStruct(&f.model);
+    f.Fill(*panel->Query(), rows);
+    return panel;
+}
+
+void BM_Activate(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    for (auto _ : state) {
+        panel->Activate();
+        state.PauseTiming();
+        panel->Deactivate();
+        state.ResumeTiming();
+    }
+    const std::size_t before = HeapInUse();
+    panel->Activate();
+    state.counters["bytes_per_row"] = double(HeapInUse() - before) / double(panel->RowViewCount());
+}
+BENCHMARK(BM_Activate)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void BM_RefreshPanel(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->Activate();
+    for (auto _ : state)
+        panel->RefreshPanel();
+}
+BENCHMARK(BM_RefreshPanel)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void BM_PaintAfterScroll(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->show();
+    QApplication::processEvents();
+    QImage image(panel->viewport()->size(), QImage::Format_ARGB32_Premultiplied);
+    QScrollBar *bar = panel->verticalScrollBar();
+    int step = 0;
+    for (auto _ : state) {
+        bar->setValue((++step * 997) % std::max(1, bar->maximum()));
+        QPainter painter(&image);
+        panel->viewport()->render(&painter);
+    }
+}
+BENCHMARK(BM_PaintAfterScroll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    QApplication app(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+    benchmark::Initialize(&argc, argv);
+    benchmark::RunSpecifiedBenchmarks();
+    benchmark::Shutdown();
+    return 0;
+}

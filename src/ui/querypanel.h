@@ -1,0 +1,205 @@
+#pragma once
+// The condition panel: a scrolling view over a query's condition tree, one
+// numbered and indented sentence row per node. It owns a query unless one is
+// set from outside, follows every change of it, and forwards the query's
+// API so host code reads as if the panel held the query.
+#include "model/modelobserver.h"
+#include "query/query.h"
+#include "ui/imagelist.h"
+#include "ui/qpappearance.h"
+#include "ui/queryrowview.h"
+
+#include <QAbstractScrollArea>
+#include <QFont>
+#include <QPointer>
+
+#include <memory>
+#include <unordered_map>
+
+namespace vm20 {
+
+class TDropDownLabel;
+
+class TNQueryPanel : public QAbstractScrollArea, private TNQueryObserver, private TNModelObserver
+{
+    Q_OBJECT
+    Q_PROPERTY(int RowSpace READ RowSpace WRITE SetRowSpace)
+    Q_PROPERTY(int TabSpace READ TabSpace WRITE SetTabSpace)
+    Q_PROPERTY(int ElemSpace READ ElemSpace WRITE SetElemSpace)
+    Q_PROPERTY(int HeaderTop READ HeaderTop WRITE SetHeaderTop)
+    Q_PROPERTY(int HeaderLeft READ HeaderLeft WRITE SetHeaderLeft)
+    Q_PROPERTY(int MaxPopupItemCount READ MaxPopupItemCount WRITE SetMaxPopupItemCount)
+    Q_PROPERTY(QString Version READ Version WRITE SetVersion)
+
+public:
+    explicit TNQueryPanel(QWidget *parent = nullptr);
+    ~TNQueryPanel() override;
+
+    // --- the query shown ----------------------------------------------------
+    TNQuery *Query() const { return FQuery; }
+    // nullptr goes back to the panel's own query.
+    void SetQuery(TNQuery *query);
+    TNCustomDBStructure *DBStruct() const { return FQuery->DBStruct(); }
+    void SetDBStruct(TNCustomDBStructure *value);
+    TFilterBracket *Filter() const { return FQuery->Filter(); }
+
+    // --- activation ------------------------------------------------------------
+    // Rows exist only while active. Activate raises ENQueryPanelError for a
+    // filter or bracket title without "@" and leaves the panel inactive.
+    bool Active() const { return FActive; }
+    void Activate();
+    void Deactivate();
+    // Called by the host once its properties are set: activates when a model
+    // is there (else at the first show).
+    void Loaded();
+    // Saves nothing and loses nothing: the row views are built anew.
+    void RefreshPanel();
+
+    // --- appearance ------------------------------------------------------------
+    TQPAppearance &Appearance() { return *FAppearance; }
+    const TQPAppearance &Appearance() const { return *FAppearance; }
+    TQPAppearance &SubQueryAppearance() { return *FSubQueryAppearance; }
+    QFont SubQueryFont() const { return FSubQueryFont; }
+    void SetSubQueryFont(const QFont &value) { FSubQueryFont = value; }
+    TSubQueryHint SubQueryHint() const { return FSubQueryHint; }
+    void SetSubQueryHint(TSubQueryHint value) { FSubQueryHint = value; }
+    int RowSpace() const { return FRowSpace; }
+    void SetRowSpace(int value) { SetLayoutValue(FRowSpace, value); }
+    int TabSpace() const { return FTabSpace; }
+    void SetTabSpace(int value) { SetLayoutValue(FTabSpace, value); }
+    int ElemSpace() const { return FElemSpace; }
+    void SetElemSpace(int value) { SetLayoutValue(FElemSpace, value); }
+    int HeaderTop() const { return FHeadTop; }
+    void SetHeaderTop(int value) { SetLayoutValue(FHeadTop, value); }
+    int HeaderLeft() const { return FHeadLeft; }
+    void SetHeaderLeft(int value) { SetLayoutValue(FHeadLeft, value); }
+    TFilterLinkType DefaultLinkType() const { return FQuery->DefaultLinkType(); }
+    void SetDefaultLinkType(TFilterLinkType value) { FQuery->SetDefaultLinkType(value); }
+    int MaxPopupItemCount() const { return FMaxPopupItemCount; }
+    void SetMaxPopupItemCount(int value) { FMaxPopupItemCount = value; }
+    bool IsActiveX() const { return FIsActiveX; }
+    void SetIsActiveX(bool value) { FIsActiveX = value; }
+    const TImageList *Images() const { return FImages; }
+    void SetImages(const TImageList *value) { FImages = value; }
+    QString Version() const { return QStringLiteral("4.4"); }
+    void SetVersion(const QString &) {}
+
+    // --- rows --------------------------------------------------------------------
+    // Height of the panel font's "A" + 1.
+    int RowHeight() const;
+    int GetRowHeight() const { return RowHeight(); }
+    // The view of a row (nullptr while inactive or for a row of another query).
+    TQueryRowView *RowView(const TFilterRow *row) const;
+    TDropDownLabel *AddRowLabel() const;
+    // The rows shown, in display order (none while inactive).
+    std::vector<TFilterRow *> DisplayRows() const;
+    TFilterRow *FirstRow() const;
+    TFilterRow *LastRow() const;
+    TFilterRow *CurrentRow() const { return FCurrentRow; }
+    void SetCurrentRow(TFilterRow *row);
+    int CurrentRowNum() const;
+    bool ShowFrame() const { return FShowFrame; }
+    void SetShowFrame(bool value);
+    int RowViewCount() const { return int(FViews.size()); }
+
+    void PlaceAllRows();
+    void PlaceAddRow();
+    void ShowAllRows();
+    void HideAllRows();
+    void ShowRootRow();
+    void HideRootRow();
+    void InitRootRow();
+    void SetAddRowCaption();
+    QString GetTitle(const QString &name) const { return FQuery->GetTitle(name); }
+    void SetTitle(const QString &name, const QString &text) { FQuery->SetTitle(name, text); }
+
+    // Paints a row's band (and focus frame) and, with controls, its labels.
+    void PaintRow(TFilterRow *row, QPainter *painter, bool withControls) const;
+    void RefreshRow(TFilterRow *row);
+    // The whole viewport as paintEvent draws it.
+    void draw(QPainter *painter, const QRect &rect) const;
+
+    // --- the query's API -----------------------------------------------------------
+    TSimpleCond *AddCondition(TFilterBracket *bracket, TDSField *field) { return FQuery->AddCondition(bracket, field); }
+    TFilterBracket *AddBracket(TFilterBracket *bracket) { return FQuery->AddBracket(bracket); }
+    TCustomCond *AddCustomCondition(TFilterBracket *bracket, TDSCondition *condition)
+    {
+        return FQuery->AddCustomCondition(bracket, condition);
+    }
+    bool DeleteRow(TFilterRow *row) { return FQuery->DeleteRow(row); }
+    void ClearAll() { FQuery->ClearAll(); }
+    void SaveToStrings(QStringList &lines) { FQuery->SaveToStrings(lines); }
+    void LoadFromStrings(const QStringList &lines) { FQuery->LoadFromStrings(lines); }
+    void ParseSQL(const QStringList &lines) { FQuery->ParseSQL(lines); }
+    void BuildQuery() { FQuery->BuildQuery(); }
+    const QStringList &GetSQL() { return FQuery->GetSQL(); }
+    QString GetQueryText() const { return FQuery->GetQueryText(); }
+    bool Modified() const { return FQuery->Modified(); }
+
+    // The colour of rows the model cannot resolve.
+    static QColor MissingColor();
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void resizeEvent(QResizeEvent *event) override;
+    void changeEvent(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+
+private:
+    // TNQueryObserver
+    void RowInserted(TFilterRow *row) override;
+    void RowRemoved(TFilterRow *row) override;
+    void RowChanged(TFilterRow *row) override;
+    void RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex) override;
+    void RowAdded(TFilterRow *row) override;
+    void TitlesChanged() override;
+    void Reset() override;
+    // TNModelObserver
+    void ModelChanged(TNCustomDBStructure *model, const TModelChange &change) override;
+    void ModelDestroyed(TNCustomDBStructure *model) override;
+
+    void NewViewport();
+    void AttachQuery(TNQuery *query);
+    void DetachQuery();
+    void ObserveModel(TNCustomDBStructure *model);
+    void SetLayoutValue(int &field, int value);
+    void BuildViews(TFilterRow *top, bool strict);
+    void DropViews(TFilterRow *top);
+    void Rebuild();
+    void RebuildQuietly();
+    void ScheduleLayout();
+    void EnsureLayout() const;
+    void UpdateScrollBars(int contentRight, int contentBottom);
+    void PaintMissingMark(QPainter *painter, const TQueryRowView &view) const;
+
+    std::unique_ptr<TNQuery> FOwnQuery;
+    TNQuery *FQuery = nullptr;
+    QPointer<TNCustomDBStructure> FModel;
+    std::unique_ptr<TQPAppearance> FAppearance;
+    std::unique_ptr<TQPAppearance> FSubQueryAppearance;
+    std::unordered_map<const TFilterRow *, std::unique_ptr<TQueryRowView>> FViews;
+    std::unique_ptr<TDropDownLabel> FAddRowLabel;
+    TFilterRow *FCurrentRow = nullptr;
+
+    int FRowSpace = 3;
+    int FTabSpace = 20;
+    int FElemSpace = 5;
+    int FHeadTop = 5;
+    int FHeadLeft = 5;
+    int FMaxPopupItemCount = 0;
+    bool FIsActiveX = false;
+    bool FActive = false;
+    bool FLoaded = false;
+    bool FShowFrame = true;
+    bool FDestroying = false;
+    mutable bool FLayoutPending = false;
+    bool FLayoutPosted = false;
+    bool FSettingRanges = false;
+    QFont FSubQueryFont;
+    TSubQueryHint FSubQueryHint = sqhSQL;
+    const TImageList *FImages = nullptr;
+};
+
+} // namespace vm20

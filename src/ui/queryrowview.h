@@ -1,0 +1,108 @@
+#pragma once
+// The controls of one condition-tree row on the panel: the numbered button,
+// the check box, the logical-operator label and up to five labels. The row
+// itself stays in the query; the view only shows it.
+#include "ui/rowgeometry.h"
+
+#include <QColor>
+#include <QRect>
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <vector>
+
+class QCheckBox;
+class QPainter;
+class QWidget;
+
+namespace vm20 {
+
+class TDropDownLabel;
+class TDropDownPopup;
+class TFilterBracket;
+class TFilterRow;
+class TNQueryPanel;
+class TNRndBtn;
+
+class TQueryRowView
+{
+public:
+    // Builds the row's controls on the panel's viewport; a bracket title
+    // without "@" raises ENQueryPanelError when `strictTitles`, else the row
+    // shows the whole title.
+    TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTitles);
+    ~TQueryRowView();
+    TQueryRowView(const TQueryRowView &) = delete;
+    TQueryRowView &operator=(const TQueryRowView &) = delete;
+
+    // Lets go of the controls without freeing them: the panel frees all
+    // controls at once with the widget that holds them.
+    void Abandon();
+
+    TFilterRow *Row() const { return FRow; }
+    TNRndBtn *Button() const { return FButton.get(); }
+    // rsFirstLabel .. rsMiddleLabel; nullptr for an empty slot.
+    TDropDownLabel *Slot(int index) const;
+    TDropDownPopup *LogOpLabel() const { return FLogOp.get(); }
+    QCheckBox *CheckBox() const { return FCheckBox.get(); }
+
+    // The drop-down labels in display order (logical-operator label included
+    // where it shows), which the current-control index counts.
+    std::vector<TDropDownLabel *> Controls() const;
+    bool ShowsLogOp() const;
+    int CurrentControlIndex() const { return FCurrentControl; }
+    void SetCurrentControlIndex(int index) { FCurrentControl = index; }
+    TDropDownLabel *CurrentControl() const;
+    // The first visible drop-down label, -1 when none.
+    int FirstCurControl() const;
+
+    int RowNum() const { return FRowNum; }
+    int Depth() const { return FDepth; }
+    QString RowID() const { return FRowID; }
+    // Numbers the row and places it at once.
+    void SetRowNum(int rowNum, int depth, const QString &rowID);
+    void PlaceRow();
+    bool Visible() const { return FVisible; }
+    void SetVisible(bool value);
+    QRect GetRowRect() const;
+    int GetTop() const;
+    int GetHeight() const;
+    int GetLeft() const;
+    int GetRowLevel() const { return FDepth; }
+    // The right edge of the rightmost control (the leftmost left, right to left).
+    int ContentEdge() const;
+    void Highlight(TDropDownLabel *label);
+    void CloseEdit(bool accept);
+
+    // What the model lacks for this row ("field", "operator", ...), empty
+    // when the row resolves.
+    const QString &Missing() const { return FMissing; }
+    // The row as a sentence: its labels' texts.
+    QString Sentence() const;
+
+private:
+    void BuildBracket(bool strictTitles);
+    void BuildSimpleCondition();
+    void BuildCustomCondition();
+    void BuildValues(int firstSlot, const QStringList &texts);
+    TDropDownLabel *MakeText(int slot, const QString &text);
+    void ApplyColor(QWidget *label, const QColor &color);
+    void SetUnresolvedLook();
+    void FillListOnDrop(TDropDownLabel *label, int index);
+
+    TNQueryPanel *FPanel;
+    TFilterRow *FRow;
+    std::unique_ptr<TNRndBtn> FButton;
+    std::array<std::unique_ptr<TDropDownLabel>, RowSlotCount> FSlots;
+    std::unique_ptr<TDropDownPopup> FLogOp;
+    std::unique_ptr<QCheckBox> FCheckBox;
+    int FRowNum = -1;
+    int FDepth = 0;
+    QString FRowID;
+    bool FVisible = false;
+    int FCurrentControl = -1;
+    QString FMissing;
+};
+
+} // namespace vm20
