@@ -37,9 +37,9 @@ constexpr TRewritePair RewritePairs[] = {
 // The condition's text as TSQLCondition::SQLExpr gives it, made in one piece.
 QString ConditionText(const TSQLCondition &cond)
 {
-    const QString left = cond.LeftExpr();
-    const QString operation = cond.Operation();
-    const QString right = cond.RightExpr();
+    const QStringView left = cond.LeftView();
+    const QStringView operation = cond.OperationView();
+    const QStringView right = cond.RightView();
     QString text;
     text.reserve(left.size() + operation.size() + right.size() + 7);
     if (cond.Negative())
@@ -138,7 +138,7 @@ const TSQLLoader::TOperatorEntry *TSQLLoader::MatchOperator(const TSQLCondition 
             text = FillSQLTemplate(QStringView(pair.Replacement), vars);
 
     const bool subQuery = cond.ContainsSubQuery();
-    const QString leftExpr = cond.LeftExpr();
+    const QStringView leftExpr = cond.LeftView();
     for (const TOperatorEntry &entry : FOperators) {
         const bool subQueryOperator = entry.Op->ValueKind() == vkSubQuery;
         if (subQuery != subQueryOperator)
@@ -151,7 +151,7 @@ const TSQLLoader::TOperatorEntry *TSQLLoader::MatchOperator(const TSQLCondition 
             ProcessSubQuery(value1, values, value1);
         return &entry;
     }
-    if (FLikeFallback.Op && cond.Operation() == QLatin1String("like")) {
+    if (FLikeFallback.Op && cond.OperationView() == QLatin1String("like")) {
         value1 = cond.RightExpr();
         return &FLikeFallback;
     }
