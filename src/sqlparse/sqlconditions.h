@@ -65,7 +65,7 @@ private:
 class TSQLConditionNodeList
 {
 public:
-    TSQLConditionNodeList(TSQLBracket *parentBracket, std::pmr::memory_resource *pool);
+    explicit TSQLConditionNodeList(TSQLBracket *parentBracket, std::pmr::memory_resource *pool = nullptr);
     TSQLBracket *ParentBracket() const { return FParentBracket; }
 
     int Count() const { return int(FItems.size()); }
