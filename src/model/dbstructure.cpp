@@ -83,10 +83,19 @@ void TNCustomDBStructure::SetLoadedVersion(double value)
     FLoadedVersion = value;
 }
 
-void TNCustomDBStructure::Changed()
+void TNCustomDBStructure::Changed(const TModelChange &change)
 {
-    if (!FUpdating && OnChange)
+    if (FUpdating)
+        return;
+    FObservers.Notify([&](TNModelObserver *observer) { observer->ModelChanged(this, change); });
+    if (OnChange)
         OnChange(this);
+}
+
+void TNCustomDBStructure::EntityDeleting(TModelChangeKind kind, const void *entity)
+{
+    const TModelChange change{kind, entity};
+    FObservers.Notify([&](TNModelObserver *observer) { observer->EntityDeleting(this, change); });
 }
 
 void TNCustomDBStructure::Batch(const std::function<void()> &body)

@@ -31,8 +31,10 @@
 #include "model/dstable.h"
 #include "model/dstablelist.h"
 #include "model/fieldtype.h"
+#include "model/modelobserver.h"
 #include "model/sqlformats.h"
 #include "model/vmglobal.h"
+#include "support/observerlist.h"
 
 #include <QHash>
 #include <QObject>
@@ -92,9 +94,15 @@ public:
     void SetLoadedVersion(double value);
 
     // --- change notification ---------------------------------------------------
-    // Fired by Changed() unless an update is in progress.
+    // Fired by Changed() unless an update is in progress, after the listeners.
     std::function<void(TNCustomDBStructure *)> OnChange;
-    void Changed();
+    void Changed(const TModelChange &change = {});
+    void Changed(TModelChangeKind kind, const void *entity = nullptr) { Changed({kind, entity}); }
+    // Listeners (modelobserver.h) are told in the order they were added.
+    void AddObserver(TNModelObserver *observer) { FObservers.Add(observer); }
+    void RemoveObserver(TNModelObserver *observer) { FObservers.Remove(observer); }
+    // Tells the listeners that an entity is about to be freed.
+    void EntityDeleting(TModelChangeKind kind, const void *entity);
     // No nesting and no notification on EndUpdate: callers that batch changes
     // call Changed() themselves afterwards.
     void BeginUpdate() { FUpdating = true; }
@@ -337,6 +345,7 @@ private:
     mutable bool FMaxFieldIDValid = true;
 
     std::unique_ptr<TJoinGraph> FJoinGraph;
+    TObserverList<TNModelObserver> FObservers;
 };
 
 // The model with its properties published for the host's designer.

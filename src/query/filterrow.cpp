@@ -196,6 +196,24 @@ std::unique_ptr<TFilterRow> TFilterBracket::InternalDeleteRow(int index)
     return row;
 }
 
+std::unique_ptr<TFilterRow> TFilterBracket::TakeRow(int index)
+{
+    std::unique_ptr<TFilterRow> row = std::move(FRows[std::size_t(index)]);
+    FRows.erase(FRows.begin() + index);
+    row->FParent = nullptr;
+    if (FQuery)
+        FQuery->InvalidateNumbers();
+    return row;
+}
+
+void TFilterBracket::PutRow(int index, std::unique_ptr<TFilterRow> row)
+{
+    row->FParent = this;
+    FRows.insert(FRows.begin() + index, std::move(row));
+    if (FQuery)
+        FQuery->InvalidateNumbers();
+}
+
 void TFilterBracket::DeleteRow(int index)
 {
     InternalDeleteRow(index).reset();

@@ -139,6 +139,12 @@ public:
     void GetTitleParts(QString &before, QString &after) const;
 
 private:
+    friend class TNQuery;
+    // Take a row out and put it back without telling the query's observers:
+    // the query's moves send one RowMoved instead.
+    std::unique_ptr<TFilterRow> TakeRow(int index);
+    void PutRow(int index, std::unique_ptr<TFilterRow> row);
+
     TFilterLinkType FLinkType;
     std::vector<std::unique_ptr<TFilterRow>> FRows;
 };

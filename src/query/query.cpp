@@ -7,6 +7,7 @@
 #include "query/querybuilder.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace vm20 {
 
@@ -56,6 +57,7 @@ TNQuery::TNQuery(QObject *parent)
     // The root reads the default link type, so it comes after the members.
     FFilter = std::make_unique<TFilterBracket>(this);
     SQLOptionsChanged();
+    FTitles.OnChange = [this] { TitlesChanged(); };
 }
 
 TNQuery::~TNQuery()
@@ -141,13 +143,12 @@ void TNQuery::ParametersListChanged()
 
 void TNQuery::AddObserver(TNQueryObserver *observer)
 {
-    if (observer && std::find(FObservers.begin(), FObservers.end(), observer) == FObservers.end())
-        FObservers.push_back(observer);
+    FObservers.Add(observer);
 }
 
 void TNQuery::RemoveObserver(TNQueryObserver *observer)
 {
-    FObservers.erase(std::remove(FObservers.begin(), FObservers.end(), observer), FObservers.end());
+    FObservers.Remove(observer);
 }
 
 void TNQuery::EndUpdate()
@@ -157,8 +158,9 @@ void TNQuery::EndUpdate()
     InvalidateNumbers();
     if (FDestroying)
         return;
-    for (TNQueryObserver *observer : FObservers)
-        observer->Reset();
+    FObservers.Notify([](TNQueryObserver *observer) { observer->Reset(); });
+    if (std::exchange(FTitlesPending, false))
+        TitlesChanged();
 }
 
 void TNQuery::RowInserted(TFilterRow *row)
@@ -166,15 +168,13 @@ void TNQuery::RowInserted(TFilterRow *row)
     InvalidateNumbers();
     if (FUpdating > 0 || FDestroying)
         return;
-    for (TNQueryObserver *observer : FObservers)
-        observer->RowInserted(row);
+    FObservers.Notify([row](TNQueryObserver *observer) { observer->RowInserted(row); });
 }
 
 void TNQuery::RowRemoving(TFilterRow *row)
 {
     if (FUpdating == 0 && !FDestroying)
-        for (TNQueryObserver *observer : FObservers)
-            observer->RowRemoved(row);
+        FObservers.Notify([row](TNQueryObserver *observer) { observer->RowRemoved(row); });
     InvalidateNumbers();
 }
 
@@ -182,8 +182,7 @@ void TNQuery::RowChanged(TFilterRow *row)
 {
     if (FUpdating > 0 || FDestroying)
         return;
-    for (TNQueryObserver *observer : FObservers)
-        observer->RowChanged(row);
+    FObservers.Notify([row](TNQueryObserver *observer) { observer->RowChanged(row); });
 }
 
 void TNQuery::ConditionChanged(TFilterCond *condition)
@@ -259,40 +258,50 @@ TSimpleCond *TNQuery::AddCondition(TFilterBracket *bracket, TDSField *field)
 {
     if (!bracket)
         bracket = FFilter.get();
-    return InitializeNewCondition(bracket->AddCond(), field);
+    TSimpleCond *added = InitializeNewCondition(bracket->AddCond(), field);
+    RowAdded(added);
+    return added;
 }
 
 TSimpleCond *TNQuery::AddConditionNum(TFilterBracket *bracket, int rowNum, TDSField *field)
 {
     if (!bracket)
         bracket = FFilter.get();
-    return InitializeNewCondition(bracket->InsertSimpleCondByNum(rowNum), field);
+    TSimpleCond *added = InitializeNewCondition(bracket->InsertSimpleCondByNum(rowNum), field);
+    RowAdded(added);
+    return added;
 }
 
 TCustomCond *TNQuery::AddCustomCondition(TFilterBracket *bracket, TDSCondition *condition)
 {
     if (!bracket)
         bracket = FFilter.get();
-    return bracket->AddCustomCond(condition);
+    TCustomCond *added = bracket->AddCustomCond(condition);
+    RowAdded(added);
+    return added;
 }
 
 TFilterBracket *TNQuery::AddBracket(TFilterBracket *bracket)
 {
     if (!bracket)
         bracket = FFilter.get();
-    TFilterBracket *added = bracket->AddNewBracket();
-    if (FNonEmptyBrackets)
-        added->AddCond();
-    return added;
+    return FinishNewBracket(bracket->AddNewBracket());
 }
 
 TFilterBracket *TNQuery::AddBracketNum(TFilterBracket *bracket, int rowNum)
 {
     if (!bracket)
         bracket = FFilter.get();
-    TFilterBracket *added = bracket->InsertNewBracketByNum(rowNum);
+    return FinishNewBracket(bracket->InsertNewBracketByNum(rowNum));
+}
+
+TFilterBracket *TNQuery::FinishNewBracket(TFilterBracket *added)
+{
+    // The user goes on with the bracket's own condition when it gets one.
+    TFilterRow *current = added;
     if (FNonEmptyBrackets)
-        added->AddCond();
+        current = added->AddCond();
+    RowAdded(current);
     return added;
 }
 

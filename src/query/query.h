@@ -10,6 +10,7 @@
 #include "query/sqlsyntax.h"
 #include "query/tablefilter.h"
 #include "query/titles.h"
+#include "support/observerlist.h"
 
 #include <QObject>
 #include <QPointer>
@@ -26,9 +27,31 @@ class TNQuery;
 class TNQueryBase;
 class TNQPBaseLink;
 
-// Told of every change of the tree. RowRemoved comes before the row and its
-// sub-tree are freed (they are still intact); Reset replaces all rows at once
-// (after a batch of changes between BeginUpdate and EndUpdate).
+// Told of every change of the tree, in the order the observers were added.
+// Contract, as a view over the tree sees it:
+//  - RowInserted(row) after a row (with its sub-tree, if any) entered the
+//    tree; its parent and index are final.
+//  - RowRemoved(row) before the row and its sub-tree are freed: they are
+//    still intact and still in the tree.
+//  - RowChanged(row) after a row's own state changed (enabled, link type,
+//    field, operator, values, ...).
+//  - RowMoved(row, oldParent, oldIndex) after MoveRowUp/Down/Left/Right moved
+//    a row that stays alive: one call per move, never a removal plus an
+//    insertion, so a view keeps the row's widgets. An indent that wraps the
+//    row in a new bracket first sends RowInserted(new bracket), still empty
+//    and at the row's place (so the row sits one further down), then
+//    RowMoved(row, parent, old index + 1). An outdent that leaves its bracket
+//    empty sends RowMoved(row, ...) and then RowRemoved(bracket).
+//  - RowAdded(row) after the RowInserted of a user-level add (AddCondition...,
+//    AddCustomCondition, AddBracket...): the row a view should make current,
+//    which for a bracket that gets an empty condition is that condition.
+//  - Reset() when all rows may have changed: the outermost EndUpdate of a
+//    batch (loading a query text, ParseSQL, ClearAll); nothing else is sent
+//    inside the batch.
+//  - TitlesChanged() after one title, all titles, the default titles or a
+//    legacy title text was set.
+// DeleteRow sends RowRemoved(row) and, when that re-enables the emptied
+// root, RowChanged(root).
 class TNQueryObserver
 {
 public:
@@ -36,6 +59,14 @@ public:
     virtual void RowInserted(TFilterRow *row) { (void)row; }
     virtual void RowRemoved(TFilterRow *row) { (void)row; }
     virtual void RowChanged(TFilterRow *row) { (void)row; }
+    virtual void RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex)
+    {
+        (void)row;
+        (void)oldParent;
+        (void)oldIndex;
+    }
+    virtual void RowAdded(TFilterRow *row) { (void)row; }
+    virtual void TitlesChanged() {}
     virtual void Reset() {}
 };
 
@@ -189,6 +220,19 @@ public:
     TCustomCond *AddCustomCondition(TFilterBracket *bracket, TDSCondition *condition);
     TFilterBracket *AddBracket(TFilterBracket *bracket);
     TFilterBracket *AddBracketNum(TFilterBracket *bracket, int rowNum);
+    // Row moves; false (and nothing changes) when the row cannot move that way.
+    // Up/down swap with the previous/next sibling. Left (outdent) puts a row
+    // below level 1 into its bracket's parent right after the bracket and
+    // deletes the bracket if that left it empty. Right (indent) appends the
+    // row to the previous sibling when that is a bracket, else wraps it in a
+    // new bracket at its place.
+    bool MoveRowUp(TFilterRow *row);
+    bool MoveRowDown(TFilterRow *row);
+    bool MoveRowLeft(TFilterRow *row);
+    bool MoveRowRight(TFilterRow *row);
+    // Deletes a non-root row with its sub-tree; a root left empty is enabled
+    // again. False for the root or a row of another query.
+    bool DeleteRow(TFilterRow *row);
     // Rows in display order: the root is row 0.
     TFilterRow *GetRowByNum(int rowNum) const;
     int GetRowCount() const;
@@ -231,10 +275,14 @@ private:
     void RowInserted(TFilterRow *row);
     void RowRemoving(TFilterRow *row);
     void RowChanged(TFilterRow *row);
+    void RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex);
+    void RowAdded(TFilterRow *row);
+    void TitlesChanged();
     void ConditionChanged(TFilterCond *condition);
     void InvalidateNumbers() { FNumbersValid = false; }
     void EnsureNumbers() const;
     TSimpleCond *InitializeNewCondition(TSimpleCond *condition, TDSField *field);
+    TFilterBracket *FinishNewBracket(TFilterBracket *added);
 
     // Declared before the tree: conditions hand their parameters back to the
     // result when the tree is freed.
@@ -269,9 +317,10 @@ private:
     int FSaving = 0;
     int FRefreshing = 0;
     int FUpdating = 0;
+    bool FTitlesPending = false;
 
     std::vector<TNQueryPanelLink *> FLinks;
-    std::vector<TNQueryObserver *> FObservers;
+    TObserverList<TNQueryObserver> FObservers;
 
     mutable bool FNumbersValid = false;
     mutable std::vector<TFilterRow *> FRowsByNum;

@@ -361,6 +361,16 @@ QString TRFieldList::GetCaption(int index) const
     return GetRField(index)->Caption();
 }
 
+void TRFieldList::AddObserver(TRFieldListObserver *observer)
+{
+    FObservers.Add(observer);
+}
+
+void TRFieldList::RemoveObserver(TRFieldListObserver *observer)
+{
+    FObservers.Remove(observer);
+}
+
 void TRFieldList::EndUpdate()
 {
     if (FUpdating > 0)

@@ -4,6 +4,8 @@
 // carries a caption for the user, an alias for SQL and a sort setting.
 #include "model/dbstructure.h"
 #include "model/dsfield.h"
+#include "query/resultfieldobserver.h"
+#include "support/observerlist.h"
 
 #include <QChar>
 #include <QPointer>
@@ -138,6 +140,10 @@ public:
     int GetSortCount() const;
     QString GetCaption(int index) const;
 
+    // Listeners are told in the order they were added (resultfieldobserver.h).
+    void AddObserver(TRFieldListObserver *observer);
+    void RemoveObserver(TRFieldListObserver *observer);
+    // Batches changes: listeners get one Reset at the outermost EndUpdate.
     void BeginUpdate() { ++FUpdating; }
     void EndUpdate();
     // Raises OnChange unless an update is in progress.
@@ -169,6 +175,7 @@ private:
     bool FUseAliases = true;
     int FUpdating = 0;
     std::vector<std::unique_ptr<TResultField>> FItems;
+    TObserverList<TRFieldListObserver> FObservers;
 };
 
 } // namespace vm20

@@ -11,12 +11,15 @@ TQueryTitles::TQueryTitles()
 
 void TQueryTitles::SetTitles(const QStringList &lines)
 {
+    if (FLines == lines)
+        return;
     FLines = lines;
+    Changed();
 }
 
 void TQueryTitles::LoadDefTitles()
 {
-    FLines = DefaultTitles();
+    SetTitles(DefaultTitles());
 }
 
 QString TQueryTitles::GetTitle(const QString &key) const
@@ -26,27 +29,48 @@ QString TQueryTitles::GetTitle(const QString &key) const
 
 void TQueryTitles::SetTitle(const QString &key, const QString &text)
 {
-    SetValueOf(FLines, key, text);
+    if (Store(key, text))
+        Changed();
 }
 
 void TQueryTitles::LoadOldTitlesFromStrings(const QStringList &lines)
 {
     const QStringList &keys = OldTitleKeys();
+    bool changed = false;
     for (int i = 0; i < keys.size(); ++i) {
         const QString value = ValueOf(lines, QStringLiteral("Title%1").arg(i)).trimmed();
         if (!value.isEmpty())
-            SetTitle(keys[i], value);
+            changed |= Store(keys[i], value);
     }
+    if (changed)
+        Changed();
 }
 
 void TQueryTitles::MergeDFMTitles(const QStringList &lines)
 {
     const QStringList &keys = OldTitleKeys();
+    bool changed = false;
     for (int i = 0; i < keys.size() && i < lines.size(); ++i) {
         const QString value = lines[i].trimmed();
         if (!value.isEmpty())
-            SetTitle(keys[i], value);
+            changed |= Store(keys[i], value);
     }
+    if (changed)
+        Changed();
+}
+
+bool TQueryTitles::Store(const QString &key, const QString &text)
+{
+    const qsizetype count = FLines.size();
+    const QString before = ValueOf(FLines, key);
+    SetValueOf(FLines, key, text);
+    return FLines.size() != count || before != text;
+}
+
+void TQueryTitles::Changed()
+{
+    if (OnChange)
+        OnChange();
 }
 
 const QStringList &TQueryTitles::DefaultTitles()

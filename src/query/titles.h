@@ -4,6 +4,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <functional>
+
 namespace vm20 {
 
 class TQueryTitles
@@ -27,7 +29,14 @@ public:
     static const QStringList &DefaultTitles();
     static const QStringList &OldTitleKeys();
 
+    // Raised once per call that changed any text.
+    std::function<void()> OnChange;
+
 private:
+    // Stores one text; whether it differed.
+    bool Store(const QString &key, const QString &text);
+    void Changed();
+
     QStringList FLines;
 };
 

@@ -1,0 +1,82 @@
+// vm20-gallery: every drop-down label and button in its characteristic
+// states. Without arguments it shows them in one window; with --shots DIR it
+// writes one PNG per state at device pixel ratios 1 and 2.
+#include "shots.h"
+
+#include <QApplication>
+#include <QCommandLineParser>
+#include <QDir>
+#include <QGridLayout>
+#include <QImage>
+#include <QLabel>
+#include <QScrollArea>
+
+#include <cstdio>
+
+namespace {
+
+int WriteShots(const QString &dirName)
+{
+    QDir dir;
+    if (!dir.mkpath(dirName)) {
+        std::fprintf(stderr, "vm20-gallery: cannot create %s\n", qPrintable(dirName));
+        return 1;
+    }
+    int written = 0;
+    for (const GalleryState &state : GalleryStates()) {
+        std::unique_ptr<QWidget> widget = state.build();
+        for (int scale : {1, 2}) {
+            const QImage image = RenderState(widget.get(), scale);
+            const QString file = QDir(dirName).filePath(QStringLiteral("%1@%2x.png").arg(state.name).arg(scale));
+            if (!image.save(file)) {
+                std::fprintf(stderr, "vm20-gallery: cannot write %s\n", qPrintable(file));
+                return 1;
+            }
+            ++written;
+        }
+    }
+    std::printf("%d pictures in %s\n", written, qPrintable(dirName));
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    // Pictures must not depend on the machine's screen: render offscreen.
+    const bool shots = [&] {
+        for (int i = 1; i < argc; ++i)
+            if (QByteArray(argv[i]) == "--shots")
+                return true;
+        return false;
+    }();
+    if (shots && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+
+    QApplication app(argc, argv);
+    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
+    QCommandLineParser parser;
+    parser.setApplicationDescription(QStringLiteral("The drop-down labels and buttons in their states."));
+    parser.addHelpOption();
+    parser.addOption({QStringLiteral("shots"), QStringLiteral("Write one PNG per state into <dir>."), QStringLiteral("dir")});
+    parser.process(app);
+    if (parser.isSet(QStringLiteral("shots")))
+        return WriteShots(parser.value(QStringLiteral("shots")));
+
+    QScrollArea area;
+    auto *page = new QWidget;
+    auto *grid = new QGridLayout(page);
+    std::vector<std::unique_ptr<QWidget>> keep;
+    int row = 0;
+    for (const GalleryState &state : GalleryStates()) {
+        grid->addWidget(new QLabel(state.name), row, 0, Qt::AlignTop);
+        std::unique_ptr<QWidget> widget = state.build();
+        grid->addWidget(widget.release(), row, 1, Qt::AlignLeft | Qt::AlignTop);
+        ++row;
+    }
+    area.setWidget(page);
+    area.resize(900, 700);
+    area.setWindowTitle(QStringLiteral("vm20 gallery"));
+    area.show();
+    return app.exec();
+}
