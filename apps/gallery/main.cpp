@@ -10,6 +10,10 @@
 #include <QImage>
 #include <QLabel>
 #include <QScrollArea>
+#include <QTimer>
+
+#include "ui/dropdownchecklistbox.h"
+#include "ui/dropdownpopup.h"
 
 #include <cstdio>
 
@@ -24,9 +28,9 @@ int WriteShots(const QString &dirName)
     }
     int written = 0;
     for (const GalleryState &state : GalleryStates()) {
-        std::unique_ptr<QWidget> widget = state.build();
+        const GalleryShot shot = state.build();
         for (int scale : {1, 2}) {
-            const QImage image = RenderState(widget.get(), scale);
+            const QImage image = RenderShot(shot, scale);
             const QString file = QDir(dirName).filePath(QStringLiteral("%1@%2x.png").arg(state.name).arg(scale));
             if (!image.save(file)) {
                 std::fprintf(stderr, "vm20-gallery: cannot write %s\n", qPrintable(file));
@@ -59,6 +63,9 @@ int main(int argc, char **argv)
     parser.setApplicationDescription(QStringLiteral("The drop-down labels and buttons in their states."));
     parser.addHelpOption();
     parser.addOption({QStringLiteral("shots"), QStringLiteral("Write one PNG per state into <dir>."), QStringLiteral("dir")});
+    parser.addOption({QStringLiteral("open"),
+                      QStringLiteral("Drop down the first <kind> label once shown: menu, list or checklist."),
+                      QStringLiteral("kind")});
     parser.process(app);
     if (parser.isSet(QStringLiteral("shots")))
         return WriteShots(parser.value(QStringLiteral("shots")));
@@ -66,17 +73,36 @@ int main(int argc, char **argv)
     QScrollArea area;
     auto *page = new QWidget;
     auto *grid = new QGridLayout(page);
-    std::vector<std::unique_ptr<QWidget>> keep;
+    std::vector<GalleryShot> keep;
     int row = 0;
     for (const GalleryState &state : GalleryStates()) {
+        if (!state.live)
+            continue;
         grid->addWidget(new QLabel(state.name), row, 0, Qt::AlignTop);
-        std::unique_ptr<QWidget> widget = state.build();
-        grid->addWidget(widget.release(), row, 1, Qt::AlignLeft | Qt::AlignTop);
+        GalleryShot shot = state.build();
+        grid->addWidget(shot.widget.release(), row, 1, Qt::AlignLeft | Qt::AlignTop);
+        keep.push_back(std::move(shot));
         ++row;
     }
     area.setWidget(page);
     area.resize(900, 700);
     area.setWindowTitle(QStringLiteral("vm20 gallery"));
     area.show();
+    const QString open = parser.value(QStringLiteral("open"));
+    if (!open.isEmpty()) {
+        QTimer::singleShot(500, &area, [page, open] {
+            for (vm20::TDropDownLabel *label : page->findChildren<vm20::TDropDownLabel *>()) {
+                const bool checklist = qobject_cast<vm20::TDropDownCheckListBox *>(label);
+                const bool match = (open == QLatin1String("menu") && qobject_cast<vm20::TDropDownPopup *>(label))
+                                   || (open == QLatin1String("checklist") && checklist)
+                                   || (open == QLatin1String("list") && !checklist
+                                       && qobject_cast<vm20::TDropDownListBox *>(label));
+                if (match) {
+                    label->DropDown();
+                    return;
+                }
+            }
+        });
+    }
     return app.exec();
 }

@@ -1,19 +1,32 @@
 #pragma once
-// A gallery state: a name and a function that builds the widget showing it.
+// A gallery state: a name and a function that builds the widgets showing it.
+#include <QImage>
+#include <QPoint>
 #include <QString>
 #include <QWidget>
 
 #include <functional>
 #include <memory>
+#include <utility>
 #include <vector>
+
+struct GalleryShot
+{
+    std::unique_ptr<QWidget> widget;
+    // Pop-up windows drawn over the widget at the given offset.
+    std::vector<std::pair<QWidget *, QPoint>> overlays;
+    std::vector<std::shared_ptr<void>> keep;
+};
 
 struct GalleryState
 {
     QString name;
-    std::function<std::unique_ptr<QWidget>()> build;
+    std::function<GalleryShot()> build;
+    bool live = false; // also shown in the interactive window
 };
 
 std::vector<GalleryState> GalleryStates();
+std::vector<GalleryState> DesignerStates();
 
-// Renders the widget (and the pop-ups it has open) into one image.
-QImage RenderState(QWidget *widget, qreal devicePixelRatio);
+// Renders the widget and its overlays into one image.
+QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

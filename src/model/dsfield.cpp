@@ -6,6 +6,7 @@
 #include "model/dstable.h"
 #include "model/errors.h"
 #include "model/messages.h"
+#include "model/sqlnames.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
 
@@ -109,7 +110,7 @@ QString TDSField::FilterSQLExpr() const
     if (!FQuoted)
         return FFieldExpr;
     const TSQLFormats &formats = FormatsOf(FDBStruct);
-    return formats.QuoteSymbol1() + FFieldExpr + formats.QuoteSymbol2();
+    return QuotedSQLName(FFieldExpr, formats.QuoteSymbol1(), formats.QuoteSymbol2());
 }
 
 QString TDSField::SQLExpr() const
@@ -134,7 +135,7 @@ QString TDSField::NormalSQLExpr() const
 {
     if (FFieldKind == nfkVirtual)
         return FFieldExpr;
-    const QString quoted = QLatin1Char('"') + FFieldExpr + QLatin1Char('"');
+    const QString quoted = QuotedSQLName(FFieldExpr, QLatin1Char('"'), QLatin1Char('"'));
     if (const TDSTable *table = Table())
         return table->WhereExpr() + QLatin1Char('.') + quoted;
     return quoted;

@@ -2,6 +2,7 @@
 
 #include "model/dbstructure.h"
 #include "model/dstable.h"
+#include "model/sqlnames.h"
 #include "support/nstrings.h"
 
 namespace vm20 {
@@ -44,9 +45,9 @@ QString TDSLink::RenderSide(const QString &entry, const TDSTable *table, bool op
     const QString column = entry.startsWith(FieldPrefix) ? entry.mid(FieldPrefix.size()) : entry;
     QString text = table ? table->WhereExpr() + QLatin1Char('.') : QString();
     if (FQuoteFields && FDBStruct)
-        text += FDBStruct->SQLFormats().QuoteSymbol1() + column + FDBStruct->SQLFormats().QuoteSymbol2();
+        text += QuotedSQLName(column, FDBStruct->SQLFormats().QuoteSymbol1(), FDBStruct->SQLFormats().QuoteSymbol2());
     else if (FQuoteFields)
-        text += QLatin1Char('"') + column + QLatin1Char('"');
+        text += QuotedSQLName(column, QLatin1Char('"'), QLatin1Char('"'));
     else
         text += column;
     if (optional)

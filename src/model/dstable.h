@@ -49,6 +49,8 @@ public:
     QString MainExpr() const;
     QString FromExpr() const;
     QString WhereExpr() const;
+    // The alias as SQL names it: quoted when it is not one plain name.
+    QString SQLAlias() const;
     QString CompoundName() const;
     QString FullName() const;
     // "left,top,width,height"; assigning parses leniently (missing parts 0).

@@ -173,6 +173,17 @@ void TNQuery::RowInserted(TFilterRow *row)
 
 void TNQuery::RowRemoving(TFilterRow *row)
 {
+    if (!FRowSources.isEmpty()) {
+        std::vector<const TFilterRow *> pending{row};
+        while (!pending.empty()) {
+            const TFilterRow *next = pending.back();
+            pending.pop_back();
+            FRowSources.remove(next);
+            if (next->IsBracket())
+                for (const auto &child : static_cast<const TFilterBracket *>(next)->Rows())
+                    pending.push_back(child.get());
+        }
+    }
     if (FUpdating == 0 && !FDestroying)
         FObservers.Notify([row](TNQueryObserver *observer) { observer->RowRemoved(row); });
     InvalidateNumbers();
@@ -321,6 +332,8 @@ void TNQuery::ClearAll()
     FQueryName.clear();
     FDescription.clear();
     FUserData.clear();
+    FRowSources.clear();
+    FLoadProblems.clear();
 }
 
 // --- TNQuery: building ----------------------------------------------------------------------

@@ -2,6 +2,7 @@
 
 #include "model/dbstructure.h"
 #include "model/sqlformats.h"
+#include "model/sqlnames.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
 
@@ -101,8 +102,10 @@ QChar TResultField::GetQuoteSymbol(int which) const
 
 QString TResultField::GetSQLAlias() const
 {
-    if (FRFList && FRFList->QuoteAliases())
-        return GetQuoteSymbol(1) + FAlias + GetQuoteSymbol(2);
+    // A caption may hold anything: an alias that is not one plain name is
+    // quoted even when aliases are not, or it would end the column early.
+    if ((FRFList && FRFList->QuoteAliases()) || !IsPlainSQLName(FAlias))
+        return QuotedSQLName(FAlias, GetQuoteSymbol(1), GetQuoteSymbol(2));
     return FAlias;
 }
 
@@ -122,7 +125,7 @@ QString TResultField::GetOrderName() const
         return QString::number(FNumber);
     if (FDSFields.Count() == 1 && FDSFields.Items(0) && FDSFields.Items(0)->FieldName() == FAlias)
         return GetSQLExpr();
-    return FAlias;
+    return GetSQLAlias();
 }
 
 bool TResultField::GetAgregate() const

@@ -79,10 +79,9 @@ QRect PlaceListBox(const TListBoxPlacement &p)
     return QRect(x, y, std::max(w, 0), std::max(h, 0));
 }
 
-QSize EditorSize(const QFontMetrics &metrics, const QString &text, int frameWidth)
+QSize EditorSize(const QFontMetrics &metrics, const QString &text, int frameHeight)
 {
-    return QSize(metrics.horizontalAdvance(text + QLatin1Char('W')) + 6,
-                 metrics.height() + 2 * frameWidth);
+    return QSize(metrics.horizontalAdvance(text + QLatin1Char('W')) + 6, metrics.height() + frameHeight);
 }
 
 int EditorLeft(int labelLeft, int labelWidth, int editorWidth, bool rightToLeft)

@@ -43,8 +43,8 @@ struct TListBoxPlacement
 QRect PlaceListBox(const TListBoxPlacement &p);
 
 // The text box that grows with its text: the width of the text and one "W"
-// plus 6; the height of one line plus the box's frame.
-QSize EditorSize(const QFontMetrics &metrics, const QString &text, int frameWidth);
+// plus 6; the height of one line plus what the box's frame needs.
+QSize EditorSize(const QFontMetrics &metrics, const QString &text, int frameHeight);
 
 // The editor's left edge: the label's left, or right-aligned to the label
 // when the editor runs right to left.
