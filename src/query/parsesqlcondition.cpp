@@ -43,9 +43,9 @@ constexpr TRewritePair RewritePairs[] = {
 // The condition's text without any NOT: "left op right".
 QString PlainText(const TSQLCondition &cond)
 {
-    const QString left = cond.LeftExpr();
-    const QString operation = cond.Operation();
-    const QString right = cond.RightExpr();
+    const QStringView left = cond.LeftView();
+    const QStringView operation = cond.OperationView();
+    const QStringView right = cond.RightView();
     QString text;
     text.reserve(left.size() + operation.size() + right.size() + 2);
     text += left;
@@ -262,7 +262,7 @@ bool TSQLLoader::MatchOperator(const TSQLCondition &cond, const QString &sqlExpr
             text = FillSQLTemplate(QStringView(vars.V1Literal ? pair.Replacement : pair.BareReplacement), vars);
 
     const bool subQuery = cond.ContainsSubQuery();
-    const QString leftExpr = cond.LeftExpr();
+    const QStringView leftExpr = cond.LeftView();
     for (const TOperatorEntry &entry : FOperators) {
         const bool subQueryOperator = entry.Op->ValueKind() == vkSubQuery;
         if (subQuery != subQueryOperator)

@@ -284,7 +284,9 @@ const QStringList &TQueryResult::GetSQL()
 TSQLParam *TQueryResult::AddParameter(TFilterCond *condition, int valueIndex)
 {
     auto param = std::make_unique<TSQLParam>(condition, valueIndex);
-    param->SetParamName(GenerateParamName(condition));
+    param->FParamName = GenerateParamName(condition);
+    FParamNames.Add(param->FParamName);
+    param->FOwner = this;
     param->SetDisplayName(GenerateParamDisplayName(condition, valueIndex));
     if (condition) {
         param->SetParamType(condition->GetValueType(valueIndex));
@@ -303,22 +305,29 @@ void TQueryResult::DeleteParameter(TSQLParam *param)
         return;
     if (param->Condition() && param->Condition()->GetParam(param->ValueIndex()) == param)
         param->Condition()->SetParam(param->ValueIndex(), nullptr);
+    FParamNames.Remove(param->ParamName());
     FParams.erase(it);
     ParametersListChanged();
 }
 
 void TQueryResult::DeleteParameters(const TFilterCond *condition)
 {
-    const auto end = std::remove_if(FParams.begin(), FParams.end(),
-                                    [condition](const auto &p) { return p->Condition() == condition; });
-    if (end == FParams.end())
+    const auto ofCondition = [condition](const auto &p) { return p->Condition() == condition; };
+    const auto first = std::find_if(FParams.begin(), FParams.end(), ofCondition);
+    if (first == FParams.end())
         return;
-    FParams.erase(end, FParams.end());
+    for (auto it = first; it != FParams.end(); ++it)
+        if (ofCondition(*it))
+            FParamNames.Remove((*it)->ParamName());
+    FParams.erase(std::remove_if(first, FParams.end(), ofCondition), FParams.end());
     ParametersListChanged();
 }
 
 TSQLParam *TQueryResult::FindParameter(const QString &name) const
 {
+    // Mostly asked for a name that is still free.
+    if (!FParamNames.Contains(name))
+        return nullptr;
     for (const auto &param : FParams)
         if (SameText(param->ParamName(), name))
             return param.get();
@@ -341,6 +350,7 @@ void TQueryResult::ClearParams()
         if (param->Condition())
             param->Condition()->SetParam(param->ValueIndex(), nullptr);
     FParams.clear();
+    FParamNames.Clear();
     ParametersListChanged();
 }
 
@@ -371,25 +381,18 @@ QString TQueryResult::GenerateParamName(const TFilterCond *condition) const
         base = simple->Field()->FieldName();
     if (!IsValidIdent(base))
         base = QStringLiteral("Param");
-    // The first of base, base1, base2, ... that no parameter has. One pass
-    // marks the numbers taken (0 for the bare base): probing name by name
-    // made loading a query with many parameters cubic.
-    std::vector<bool> taken(FParams.size() + 1, false);
-    for (const auto &param : FParams) {
-        const QString &name = param->ParamName();
-        if (!name.startsWith(base, Qt::CaseInsensitive))
-            continue;
-        const QStringView suffix = QStringView(name).mid(base.size());
-        bool ok = false;
-        const qsizetype n = suffix.isEmpty() ? 0 : suffix.toInt(&ok);
-        if ((suffix.isEmpty() || (ok && n > 0 && suffix == QString::number(n)))
-            && n < qsizetype(taken.size()))
-            taken[std::size_t(n)] = true;
+    return FParamNames.FirstFree(base);
+}
+
+void TSQLParam::SetParamName(const QString &value)
+{
+    if (FParamName == value)
+        return;
+    if (FOwner) {
+        FOwner->FParamNames.Remove(FParamName);
+        FOwner->FParamNames.Add(value);
     }
-    std::size_t free = 0;
-    while (taken[free])
-        ++free;
-    return free == 0 ? base : base + QString::number(free);
+    FParamName = value;
 }
 
 void TQueryResult::ParametersListChanged()

@@ -2,6 +2,7 @@
 // The pieces of the statement a build produces (tables with their joins,
 // WHERE lines, GROUP BY, HAVING and ORDER BY texts), the printing of the
 // statement, and the query's parameters.
+#include "query/paramnames.h"
 #include "query/resultfield.h"
 #include "query/sqlparam.h"
 #include "query/sqlsyntax.h"
@@ -112,6 +113,7 @@ public:
     QString GenerateParamDisplayName(const TFilterCond *condition, int valueIndex) const;
 
 private:
+    friend class TSQLParam;
     QString GenerateParamName(const TFilterCond *condition) const;
     void ParametersListChanged();
 
@@ -127,6 +129,7 @@ private:
     TSQLOptions FSQLOptions;
     TSQLSyntax FSQLSyntax = ssSQL2;
     std::vector<std::unique_ptr<TSQLParam>> FParams;
+    TParamNameIndex FParamNames;
 };
 
 } // namespace vm20

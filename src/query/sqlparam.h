@@ -8,6 +8,7 @@
 namespace vm20 {
 
 class TFilterCond;
+class TQueryResult;
 
 class TSQLParam
 {
@@ -18,7 +19,8 @@ public:
     }
 
     const QString &ParamName() const { return FParamName; }
-    void SetParamName(const QString &value) { FParamName = value; }
+    // Keeps the owning query's name index in step.
+    void SetParamName(const QString &value);
     TFieldType ParamType() const { return FParamType; }
     void SetParamType(TFieldType value) { FParamType = value; }
     TFilterCond *Condition() const { return FCondition; }
@@ -41,6 +43,8 @@ public:
     }
 
 private:
+    friend class TQueryResult;
+    TQueryResult *FOwner = nullptr;
     QString FParamName;
     TFieldType FParamType = ftUnknown;
     TFilterCond *FCondition;

@@ -291,6 +291,12 @@ TNToken TNScanner::GetToken(int offset) const
 QString TNScanner::ExtractPiece(const TNScannerBookmark &from, const TNScannerBookmark &to,
                                 bool includeTo) const
 {
+    return PieceView(from, to, includeTo).toString();
+}
+
+QStringView TNScanner::PieceView(const TNScannerBookmark &from, const TNScannerBookmark &to,
+                                 bool includeTo) const
+{
     const int count = int(FTokens.size());
     const auto atEnd = [count](int index) { return index < 0 || index >= count; };
     if (atEnd(from.Index))
@@ -301,7 +307,7 @@ QString TNScanner::ExtractPiece(const TNScannerBookmark &from, const TNScannerBo
         return {};
     const int start = FTokens[from.Index].Start;
     const int end = FTokens[last].Start + FTokens[last].Length;
-    return FText.mid(start, end - start);
+    return QStringView(FText).mid(start, end - start);
 }
 
 } // namespace vm20

@@ -81,6 +81,9 @@ public:
     // A bookmark at the end stands for the end of the source.
     QString ExtractPiece(const TNScannerBookmark &from, const TNScannerBookmark &to,
                          bool includeTo) const;
+    // The same piece without a copy, valid until the source changes.
+    QStringView PieceView(const TNScannerBookmark &from, const TNScannerBookmark &to,
+                          bool includeTo) const;
 
     int TokenCount() const { return int(FTokens.size()); }
 

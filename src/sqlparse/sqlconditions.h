@@ -1,19 +1,45 @@
 #pragma once
 // The WHERE clause of a parsed statement: brackets of nodes joined by one
 // logical operator, and conditions whose operands are kept as written.
+//
+// A node lives on the heap (made with std::make_unique) or in the pool of a
+// parse result (made by TNParserResult). A pooled node keeps its texts and
+// its list of nodes in the pool too, so that a parsed tree of any size is
+// freed a few large blocks at a time instead of node by node; it must not
+// outlive the result that made it.
 #include <QString>
+#include <QStringView>
 
 #include <memory>
+#include <memory_resource>
+#include <type_traits>
 #include <vector>
 
 namespace vm20 {
 
 class TSQLBracket;
+class TSQLNode;
+
+// Frees a heap node, and only destroys a pooled one (its pool frees the
+// memory). Takes over from std::default_delete, so that a std::unique_ptr of
+// a heap node converts to a node pointer.
+struct TSQLNodeDeleter
+{
+    TSQLNodeDeleter() = default;
+    template <typename T, typename = std::enable_if_t<std::is_convertible_v<T *, TSQLNode *>>>
+    TSQLNodeDeleter(std::default_delete<T>) {}
+    void operator()(TSQLNode *node) const;
+};
+
+using TSQLNodePtr = std::unique_ptr<TSQLNode, TSQLNodeDeleter>;
 
 class TSQLNode
 {
 public:
     virtual ~TSQLNode() = default;
+    TSQLNode(const TSQLNode &) = delete;
+    TSQLNode &operator=(const TSQLNode &) = delete;
+
     // The bracket that holds the node; kept by the node list.
     TSQLBracket *Parent() const { return FParent; }
     // Preceded by NOT.
@@ -25,10 +51,19 @@ public:
     // the two flags is set.
     bool InnerNegative() const { return FInnerNegative; }
     void SetInnerNegative(bool value) { FInnerNegative = value; }
+    bool IsBracket() const { return FIsBracket; }
+
+protected:
+    TSQLNode(bool isBracket, std::pmr::memory_resource *pool) : FPool(pool), FIsBracket(isBracket) {}
+    // The pool that holds the node; null for a heap node.
+    std::pmr::memory_resource *Pool() const { return FPool; }
 
 private:
     friend class TSQLConditionNodeList;
+    friend struct TSQLNodeDeleter;
     TSQLBracket *FParent = nullptr;
+    std::pmr::memory_resource *FPool;
+    bool FIsBracket;
     bool FNegative = false;
     bool FInnerNegative = false;
 };
@@ -37,29 +72,32 @@ private:
 class TSQLConditionNodeList
 {
 public:
-    explicit TSQLConditionNodeList(TSQLBracket *parentBracket) : FParentBracket(parentBracket) {}
+    explicit TSQLConditionNodeList(TSQLBracket *parentBracket, std::pmr::memory_resource *pool = nullptr);
     TSQLBracket *ParentBracket() const { return FParentBracket; }
 
     int Count() const { return int(FItems.size()); }
     TSQLNode *Items(int index) const;  // EListError outside the list
-    TSQLNode *Add(std::unique_ptr<TSQLNode> node);
+    TSQLNode *Add(TSQLNodePtr node);
     // Stores `node` in slot `index`, freeing the node that was there.
-    void SetItem(int index, std::unique_ptr<TSQLNode> node);
+    void SetItem(int index, TSQLNodePtr node);
     // Takes the node out of the list and hands it to the caller, parentless.
-    std::unique_ptr<TSQLNode> Extract(int index);
+    TSQLNodePtr Extract(int index);
     void Delete(int index);
     void Clear() { FItems.clear(); }
 
 private:
+    friend class TSQLBracket;
     void CheckIndex(int index) const;
     TSQLBracket *FParentBracket;
-    std::vector<std::unique_ptr<TSQLNode>> FItems;
+    std::pmr::vector<TSQLNodePtr> FItems;
 };
 
 class TSQLBracket : public TSQLNode
 {
 public:
-    TSQLBracket() : FNodes(this) {}
+    // A heap bracket; pooled ones come from TNParserResult::NewBracket.
+    TSQLBracket() : TSQLBracket(nullptr) {}
+    explicit TSQLBracket(std::pmr::memory_resource *pool) : TSQLNode(true, pool), FNodes(this, pool) {}
     ~TSQLBracket() override;
 
     bool FirstNOT() const { return FFirstNOT; }
@@ -83,23 +121,37 @@ private:
 class TSQLCondition : public TSQLNode
 {
 public:
-    QString LeftExpr() const { return FLeftExpr; }
-    void SetLeftExpr(const QString &value) { FLeftExpr = value; }
-    QString RightExpr() const { return FRightExpr; }
-    void SetRightExpr(const QString &value) { FRightExpr = value; }
+    // A heap condition; pooled ones come from TNParserResult::NewCondition.
+    TSQLCondition() : TSQLCondition(nullptr) {}
+    explicit TSQLCondition(std::pmr::memory_resource *pool) : TSQLNode(false, pool) {}
+
+    QString LeftExpr() const { return FLeftExpr.toString(); }
+    void SetLeftExpr(QStringView value) { Keep(FLeftExpr, 0, value); }
+    QString RightExpr() const { return FRightExpr.toString(); }
+    void SetRightExpr(QStringView value) { Keep(FRightExpr, 1, value); }
     // The operator token in lower case ("=", "like", "between", ...).
-    QString Operation() const { return FOperator; }
-    void SetOperation(const QString &value) { FOperator = value; }
+    QString Operation() const { return FOperator.toString(); }
+    void SetOperation(QStringView value) { Keep(FOperator, 2, value); }
     bool ContainsSubQuery() const { return FContainsSubQuery; }
     void SetContainsSubQuery(bool value) { FContainsSubQuery = value; }
+
+    // The same texts without a copy, valid while the condition is unchanged.
+    QStringView LeftView() const { return FLeftExpr; }
+    QStringView RightView() const { return FRightExpr; }
+    QStringView OperationView() const { return FOperator; }
 
     // "left op right", wrapped in "not(...)" when negated.
     QString SQLExpr() const;
 
 private:
-    QString FLeftExpr;
-    QString FRightExpr;
-    QString FOperator;
+    // Copies `value` into the pool, or for a heap condition into owned slot
+    // `slot` of FOwned, and points `text` at the copy.
+    void Keep(QStringView &text, int slot, QStringView value);
+
+    QStringView FLeftExpr;
+    QStringView FRightExpr;
+    QStringView FOperator;
+    std::unique_ptr<QString[]> FOwned;  // a heap condition's three texts
     bool FContainsSubQuery = false;
 };
 

@@ -46,11 +46,12 @@ protected:
     void SkipTokens(QStringView token);
     void ProcessTable();
     void ProcessTableJoins(TSQLTable *table);
-    std::unique_ptr<TSQLNode> ProcessBoolExpr();
-    std::unique_ptr<TSQLNode> ProcessBoolTerm();
-    std::unique_ptr<TSQLNode> ProcessBoolFactor();
-    std::unique_ptr<TSQLCondition> ProcessCondition();
-    QString ProcessConditionValue(bool &containsSubQuery);
+    TSQLNodePtr ProcessBoolExpr();
+    TSQLNodePtr ProcessBoolTerm();
+    TSQLNodePtr ProcessBoolFactor();
+    TSQLConditionPtr ProcessCondition();
+    // The operand's text in the scanner's source, valid until the next Parse.
+    QStringView ProcessConditionValue(bool &containsSubQuery);
     [[noreturn]] void Error(const QString &msg) const;
 
 private:

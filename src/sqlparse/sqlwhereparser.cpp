@@ -27,13 +27,20 @@ bool IsOperandStop(QStringView t)
 }
 
 // A value written in double quotes is a string literal to the loader.
-QString DoubleQuotesToSingle(QString value)
+bool InDoubleQuotes(QStringView value)
 {
-    if (!value.isEmpty() && value.front() == QLatin1Char('"') && value.back() == QLatin1Char('"')) {
-        value.front() = QLatin1Char('\'');
-        value.back() = QLatin1Char('\'');
+    return !value.isEmpty() && value.front() == u'"' && value.back() == u'"';
+}
+
+// Appends the value, its double quotes made single.
+void AppendSingleQuoted(QString &to, QStringView value)
+{
+    const qsizetype at = to.size();
+    to += value;
+    if (InDoubleQuotes(value)) {
+        to[at] = QLatin1Char('\'');
+        to.back() = QLatin1Char('\'');
     }
-    return value;
 }
 
 } // namespace
@@ -43,24 +50,23 @@ void TNSQLParser::ProcessWhere()
     if (!Is(u"where"))
         Error(SWrongSQLStatement);
     FScanner->NextToken();
-    std::unique_ptr<TSQLNode> node = ProcessBoolExpr();
-    if (dynamic_cast<TSQLBracket *>(node.get())) {
-        FParserResult->SetWhereClause(
-            std::unique_ptr<TSQLBracket>(static_cast<TSQLBracket *>(node.release())));
+    TSQLNodePtr node = ProcessBoolExpr();
+    if (node->IsBracket()) {
+        FParserResult->SetWhereClause(TSQLBracketPtr(static_cast<TSQLBracket *>(node.release())));
         return;
     }
-    auto wrapper = std::make_unique<TSQLBracket>();
+    TSQLBracketPtr wrapper = FParserResult->NewBracket();
     wrapper->Nodes().Add(std::move(node));
     FParserResult->SetWhereClause(std::move(wrapper));
 }
 
-std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolExpr()
+TSQLNodePtr TNSQLParser::ProcessBoolExpr()
 {
-    std::unique_ptr<TSQLNode> first = ProcessBoolTerm();
-    std::unique_ptr<TSQLBracket> group;
+    TSQLNodePtr first = ProcessBoolTerm();
+    TSQLBracketPtr group;
     while (Is(u"or")) {
         if (!group) {
-            group = std::make_unique<TSQLBracket>();
+            group = FParserResult->NewBracket();
             group->SetBoolOperator(QStringLiteral("or"));
             group->Nodes().Add(std::move(first));
         }
@@ -74,13 +80,13 @@ std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolExpr()
     return first;
 }
 
-std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolTerm()
+TSQLNodePtr TNSQLParser::ProcessBoolTerm()
 {
-    std::unique_ptr<TSQLNode> first = ProcessBoolFactor();
-    std::unique_ptr<TSQLBracket> group;
+    TSQLNodePtr first = ProcessBoolFactor();
+    TSQLBracketPtr group;
     while (Is(u"and")) {
         if (!group) {
-            group = std::make_unique<TSQLBracket>();
+            group = FParserResult->NewBracket();
             group->SetBoolOperator(QStringLiteral("and"));
             group->Nodes().Add(std::move(first));
         }
@@ -100,14 +106,14 @@ void TNSQLParser::EnterBracket()
         Error(SBracketsTooDeep.arg(MaxBracketNesting));
 }
 
-std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolFactor()
+TSQLNodePtr TNSQLParser::ProcessBoolFactor()
 {
     bool negative = false;
     if (Is(u"not")) {
         negative = true;
         FScanner->NextToken();
     }
-    std::unique_ptr<TSQLNode> node;
+    TSQLNodePtr node;
     if (Is(u'(')) {
         FScanner->NextToken();
         EnterBracket();
@@ -126,9 +132,9 @@ std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolFactor()
     return node;
 }
 
-std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
+TSQLConditionPtr TNSQLParser::ProcessCondition()
 {
-    auto condition = std::make_unique<TSQLCondition>();
+    TSQLConditionPtr condition = FParserResult->NewCondition();
     bool subQuery = false;
     condition->SetLeftExpr(ProcessConditionValue(subQuery));
     if (FScanner->EOS())
@@ -140,7 +146,7 @@ std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
         negative = true;
         FScanner->NextToken();
     }
-    const QString operation = FScanner->GetTokStr();
+    const QStringView operation = FScanner->TokView();
     condition->SetOperation(operation);
     FScanner->NextToken();
     if (FScanner->EOS())
@@ -152,21 +158,28 @@ std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
     }
     condition->SetNegative(negative);
 
-    QString right = DoubleQuotesToSingle(ProcessConditionValue(subQuery));
-    if (isIs)
-        right = right.toLower();
+    const QStringView right = ProcessConditionValue(subQuery);
     if (operation == u"between") {
         if (!Is(u"and"))
             Error(SWrongSQLStatement);
         FScanner->NextToken();
-        right += QStringLiteral(" and ") + DoubleQuotesToSingle(ProcessConditionValue(subQuery));
+        QString both;
+        AppendSingleQuoted(both, right);
+        both += QLatin1String(" and ");
+        AppendSingleQuoted(both, ProcessConditionValue(subQuery));
+        condition->SetRightExpr(both);
+    } else if (isIs || InDoubleQuotes(right)) {
+        QString value;
+        AppendSingleQuoted(value, right);
+        condition->SetRightExpr(isIs ? value.toLower() : value);
+    } else {
+        condition->SetRightExpr(right);
     }
-    condition->SetRightExpr(right);
     condition->SetContainsSubQuery(subQuery);
     return condition;
 }
 
-QString TNSQLParser::ProcessConditionValue(bool &containsSubQuery)
+QStringView TNSQLParser::ProcessConditionValue(bool &containsSubQuery)
 {
     const TNScannerBookmark start = FScanner->GetBookmark();
     const auto checkDepth = [this](int depth) {
@@ -196,7 +209,7 @@ QString TNSQLParser::ProcessConditionValue(bool &containsSubQuery)
         }
         FScanner->NextToken();
     }
-    return FScanner->ExtractPiece(start, FScanner->GetBookmark(), false);
+    return FScanner->PieceView(start, FScanner->GetBookmark(), false);
 }
 
 } // namespace vm20
