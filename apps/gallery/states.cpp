@@ -241,11 +241,13 @@ GalleryShot Buttons(bool pressed, bool hovered)
 
 } // namespace
 
+std::vector<GalleryState> ResultPanelStates();
+
 std::vector<GalleryState> GalleryStates()
 {
     const auto ltr = Qt::LeftToRight;
     const auto rtl = Qt::RightToLeft;
-    return {
+    std::vector<GalleryState> states{
         {QStringLiteral("labels-idle"), [=] { return Labels(ltr, false); }, true},
         {QStringLiteral("labels-focused"), [=] { return Labels(ltr, true); }},
         {QStringLiteral("labels-rtl"), [=] { return Labels(rtl, false); }, true},
@@ -311,6 +313,9 @@ std::vector<GalleryState> GalleryStates()
         {QStringLiteral("buttons-hovered"), [] { return Buttons(false, true); }},
         {QStringLiteral("buttons-pressed"), [] { return Buttons(true, false); }},
     };
+    for (GalleryState &state : ResultPanelStates())
+        states.push_back(std::move(state));
+    return states;
 }
 
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio)

@@ -24,6 +24,7 @@ void StyleLabel(QWidget *label, const QFont &font, const QColor &color, bool und
     label->setFont(f);
     QPalette palette = label->palette();
     palette.setColor(QPalette::WindowText, color);
+    palette.setColor(QPalette::Text, color);
     label->setPalette(palette);
 }
 
@@ -171,34 +172,17 @@ void TResultFieldRow::PlaceRow()
 {
     TNResultFieldsPanel *panel = RFPanel();
     const TRFPAppearance &look = panel->Appearance();
-    const TRFRowSpacing spacing = look.Spacing();
-    const QPoint scroll(panel->horizontalScrollBar()->value(), panel->verticalScrollBar()->value());
-
     FButton->SetRounded(look.Has(TRFPAppearance::aoRoundButtons));
     FButton->SetFlat(look.Has(TRFPAppearance::aoFlatButtons));
     FButton->setFont(panel->font());
-    FButton->SetCaption(RowNumStr());
-    const QRect buttonRect = RFRowButtonRect(spacing, RowIndex(), panel->TextHeight(),
-                                             FButton->AutoSizeHint().width(), scroll);
-    FButton->resize(buttonRect.size());
-    panel->PlaceControl(FButton.get(), buttonRect.left(), buttonRect.top());
-    int x = buttonRect.left() + spacing.ElemSpace + buttonRect.width();
-    const int top = buttonRect.top();
 
     FreeLabels();
     const TRFExpressionParts parts =
         FRField ? SplitRFExpression(FRField->Formula()) : TRFExpressionParts{};
     const bool hasField = parts.HasField && FRField && FRField->DSFields().Count() > 0;
     const QString leading = parts.HasField && !hasField ? FRField->Formula() : parts.Leading;
-    auto advance = [&](QWidget *control) {
-        panel->PlaceControl(control, x, top);
-        control->setVisible(FVisible);
-        x += spacing.ElemSpace + control->width();
-    };
-    if (!leading.isEmpty()) {
+    if (!leading.isEmpty())
         FTextLabel1 = NewTextLabel(leading);
-        advance(FTextLabel1);
-    }
     if (hasField) {
         CreateFieldLabel();
         const TDSField *field = FRField->DSFields().Items(0);
@@ -206,18 +190,34 @@ void TResultFieldRow::PlaceRow()
         FFieldLabel->SetCaption(look.Has(TRFPAppearance::aoShowGroupName)
                                     ? field->GetCompoundName(look.NameSeparator())
                                     : field->DisplayName());
-        FFieldLabel->setLayoutDirection(panel->layoutDirection());
-        advance(FFieldLabel);
     }
-    if (hasField && !parts.Trailing.isEmpty()) {
+    if (hasField && !parts.Trailing.isEmpty())
         FTextLabel2 = NewTextLabel(parts.Trailing);
-        advance(FTextLabel2);
-    }
-    FSortLabel->setLayoutDirection(panel->layoutDirection());
-    panel->PlaceControl(FSortLabel, x, top);
-    FSortLabel->setVisible(FVisible);
-    FButton->setVisible(FVisible);
+    Arrange();
     FButton->setAccessibleName(Sentence());
+}
+
+void TResultFieldRow::Arrange()
+{
+    TNResultFieldsPanel *panel = RFPanel();
+    const TRFRowSpacing spacing = panel->Appearance().Spacing();
+    const QPoint scroll(panel->horizontalScrollBar()->value(), panel->verticalScrollBar()->value());
+    FButton->SetCaption(RowNumStr());
+    const QRect buttonRect = RFRowButtonRect(spacing, RowIndex(), panel->TextHeight(),
+                                             FButton->AutoSizeHint().width(), scroll);
+    FButton->resize(buttonRect.size());
+    panel->PlaceControl(FButton.get(), buttonRect.left(), buttonRect.top());
+    FButton->setVisible(FVisible);
+    int x = buttonRect.left() + spacing.ElemSpace + buttonRect.width();
+    for (QWidget *control : {static_cast<QWidget *>(FTextLabel1), static_cast<QWidget *>(FFieldLabel),
+                             static_cast<QWidget *>(FTextLabel2), static_cast<QWidget *>(FSortLabel)}) {
+        if (!control)
+            continue;
+        control->setLayoutDirection(panel->layoutDirection());
+        panel->PlaceControl(control, x, buttonRect.top());
+        control->setVisible(FVisible);
+        x += spacing.ElemSpace + control->width();
+    }
 }
 
 void TResultFieldRow::RefreshResultField()

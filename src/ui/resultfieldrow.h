@@ -2,6 +2,7 @@
 // One row of the result column panel: a numbered button, the column's
 // formula around its field label, and the sort label. The row shows a
 // result column; it keeps no column data of its own.
+#include "ui/dropdownpopup.h"
 #include "ui/rndbtn.h"
 
 #include <QLabel>
@@ -13,8 +14,6 @@
 
 namespace vm20 {
 
-class TDropDownList;
-class TDropDownPopup;
 class TNResultFieldsPanel;
 class TResultField;
 class TResultFieldRows;
@@ -57,6 +56,8 @@ public:
 
     // Rebuilds the texts and the field label and puts every control in place.
     void PlaceRow();
+    // Moves the row's controls to their places without rebuilding them.
+    void Arrange();
     void CreateFieldLabel();
     void AddRootFields();
     void AddGroupedFields();

@@ -283,19 +283,27 @@ void TNResultFieldsPanel::UpdateScrollBars()
     horizontalScrollBar()->setRange(0, qMax(0, width - viewport()->width()));
 }
 
+void TNResultFieldsPanel::ArrangeRows()
+{
+    if (!FActive)
+        return;
+    for (int i = 0; i < FRows.Count(); ++i)
+        FRows.Items(i)->Arrange();
+    ShowAddRow();
+}
+
 void TNResultFieldsPanel::scrollContentsBy(int dx, int dy)
 {
     (void)dx;
     (void)dy;
-    if (FActive)
-        PlaceRows(0);
+    ArrangeRows();
 }
 
 void TNResultFieldsPanel::resizeEvent(QResizeEvent *event)
 {
     QAbstractScrollArea::resizeEvent(event);
-    if (FActive)
-        PlaceRows(0);
+    ArrangeRows();
+    UpdateScrollBars();
 }
 
 void TNResultFieldsPanel::showEvent(QShowEvent *event)
@@ -308,8 +316,10 @@ void TNResultFieldsPanel::showEvent(QShowEvent *event)
 void TNResultFieldsPanel::changeEvent(QEvent *event)
 {
     QAbstractScrollArea::changeEvent(event);
-    if (FActive && (event->type() == QEvent::FontChange || event->type() == QEvent::LayoutDirectionChange))
+    if (FActive && event->type() == QEvent::FontChange)
         PlaceRows(0);
+    else if (event->type() == QEvent::LayoutDirectionChange)
+        ArrangeRows();
 }
 
 // --- editing ------------------------------------------------------------------------------------

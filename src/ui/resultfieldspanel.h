@@ -109,6 +109,7 @@ private:
     void FieldChanged(int index) override;
     void Reset() override;
     void BuildRows();
+    void ArrangeRows();
     void UpdateScrollBars();
     void UpdateMenuCaptions();
     void RunGuarded(const std::function<void()> &action);
