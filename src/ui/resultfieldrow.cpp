@@ -168,9 +168,16 @@ void TResultFieldRow::AddGroupedFields()
     }
 }
 
+TResultField *TResultFieldRow::LiveField() const
+{
+    const TRFieldList *list = RFPanel()->ResultFields();
+    return list && list->IndexOf(FRField) >= 0 ? FRField : nullptr;
+}
+
 void TResultFieldRow::PlaceRow()
 {
     TNResultFieldsPanel *panel = RFPanel();
+    TResultField *const rfield = LiveField();
     const TRFPAppearance &look = panel->Appearance();
     FButton->SetRounded(look.Has(TRFPAppearance::aoRoundButtons));
     FButton->SetFlat(look.Has(TRFPAppearance::aoFlatButtons));
@@ -178,14 +185,14 @@ void TResultFieldRow::PlaceRow()
 
     FreeLabels();
     const TRFExpressionParts parts =
-        FRField ? SplitRFExpression(FRField->Formula()) : TRFExpressionParts{};
-    const bool hasField = parts.HasField && FRField && FRField->DSFields().Count() > 0;
-    const QString leading = parts.HasField && !hasField ? FRField->Formula() : parts.Leading;
+        rfield ? SplitRFExpression(rfield->Formula()) : TRFExpressionParts{};
+    const bool hasField = parts.HasField && rfield->DSFields().Count() > 0;
+    const QString leading = parts.HasField && !hasField ? rfield->Formula() : parts.Leading;
     if (!leading.isEmpty())
         FTextLabel1 = NewTextLabel(leading);
     if (hasField) {
         CreateFieldLabel();
-        const TDSField *field = FRField->DSFields().Items(0);
+        const TDSField *field = rfield->DSFields().Items(0);
         FFieldLabel->SetValue(QString::number(field->ID()));
         FFieldLabel->SetCaption(look.Has(TRFPAppearance::aoShowGroupName)
                                     ? field->GetCompoundName(look.NameSeparator())
@@ -222,7 +229,7 @@ void TResultFieldRow::Arrange()
 
 void TResultFieldRow::RefreshResultField()
 {
-    if (!FRField)
+    if (!LiveField())
         return;
     TNResultFieldsPanel *panel = RFPanel();
     if (FFieldLabel) {

@@ -68,6 +68,9 @@ public:
     QString Sentence() const;
 
 private:
+    // The column, when the list still holds it (a list changed in code
+    // without telling its listeners must not leave the row dangling).
+    TResultField *LiveField() const;
     QLabel *NewTextLabel(const QString &text);
     void FreeLabels();
 

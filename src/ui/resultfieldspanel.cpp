@@ -283,13 +283,14 @@ void TNResultFieldsPanel::UpdateScrollBars()
     horizontalScrollBar()->setRange(0, qMax(0, width - viewport()->width()));
 }
 
-void TNResultFieldsPanel::ArrangeRows()
+void TNResultFieldsPanel::ArrangeRows(int FromIndex)
 {
     if (!FActive)
         return;
-    for (int i = 0; i < FRows.Count(); ++i)
+    for (int i = qMax(0, FromIndex); i < FRows.Count(); ++i)
         FRows.Items(i)->Arrange();
     ShowAddRow();
+    UpdateScrollBars();
 }
 
 void TNResultFieldsPanel::scrollContentsBy(int dx, int dy)
@@ -373,7 +374,7 @@ void TNResultFieldsPanel::DeleteRow(int Index)
     FResultFields->Delete(Index);
     FRefreshing = false;
     RefreshSortOrder();
-    PlaceRows(Index);
+    ArrangeRows(Index);
     Changed();
 }
 
@@ -385,7 +386,7 @@ void TNResultFieldsPanel::MoveRow(int From, int To)
     FRows.Move(From, To);
     FResultFields->Move(From, To);
     FRefreshing = false;
-    PlaceRows(qMin(From, To));
+    ArrangeRows(qMin(From, To));
     RefreshSortOrder();
     Changed();
 }
@@ -553,7 +554,8 @@ void TNResultFieldsPanel::FieldInserted(int index)
         return;
     TResultFieldRow *row = FRows.InsertRow(index, FResultFields->GetRField(index));
     row->SetVisible(true);
-    PlaceRows(index);
+    row->PlaceRow();
+    ArrangeRows(index + 1);
 }
 
 void TNResultFieldsPanel::FieldRemoving(int index)
@@ -563,7 +565,7 @@ void TNResultFieldsPanel::FieldRemoving(int index)
     if (FCurrentRow == FRows.Items(index))
         FCurrentRow = nullptr;
     FRows.Delete(index);
-    PlaceRows(index);
+    ArrangeRows(index);
 }
 
 void TNResultFieldsPanel::FieldMoved(int from, int to)
@@ -571,7 +573,7 @@ void TNResultFieldsPanel::FieldMoved(int from, int to)
     if (FRefreshing || !FActive)
         return;
     FRows.Move(from, to);
-    PlaceRows(qMin(from, to));
+    ArrangeRows(qMin(from, to));
 }
 
 void TNResultFieldsPanel::FieldChanged(int index)

@@ -109,7 +109,9 @@ private:
     void FieldChanged(int index) override;
     void Reset() override;
     void BuildRows();
-    void ArrangeRows();
+    // Moves the controls of rows FromIndex.. to their places; their
+    // contents stay as they are.
+    void ArrangeRows(int FromIndex = 0);
     void UpdateScrollBars();
     void UpdateMenuCaptions();
     void RunGuarded(const std::function<void()> &action);
