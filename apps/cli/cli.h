@@ -18,6 +18,18 @@ public:
     using Exception::Exception;
 };
 
+// A query the model cannot resolve in full: building it would leave the
+// listed parts out. Exits with ExitError, each item on a line of its own.
+class EIncompleteQuery : public Exception
+{
+public:
+    EIncompleteQuery(const QString &message, const QStringList &items) : Exception(message), FItems(items) {}
+    const QStringList &Items() const { return FItems; }
+
+private:
+    QStringList FItems;
+};
+
 class TOutput;
 
 // A sub-command gets the arguments after its name and writes to `out`.
@@ -38,5 +50,6 @@ int RunImport(const QStringList &args, TOutput &out);
 int RunConvert(const QStringList &args, TOutput &out);
 int RunRun(const QStringList &args, TOutput &out);
 int RunTour(const QStringList &args, TOutput &out);
+int RunDiagram(const QStringList &args, TOutput &out);
 
 } // namespace vm20::cli

@@ -16,7 +16,8 @@ int RunRun(const QStringList &args, TOutput &out)
     TCommandOptions options(
         QStringLiteral("run"), QStringLiteral("--model FILE [--query FILE] --db URL [options]"),
         QStringLiteral("Builds the query of a query file (standard input without --query), executes\n"
-                       "its statement on the database and prints the rows."));
+                       "its statement on the database and prints the rows. A query naming what the\n"
+                       "model lacks, or a file cut short, exits with 1 (see --allow-incomplete)."));
     AddModelOptions(options);
     options.AddValue(QStringLiteral("query"), QStringLiteral("file"), QStringLiteral("The query file."));
     options.AddValue(QStringLiteral("db"), QStringLiteral("url"), QStringLiteral("The database: sqlite:PATH."));
@@ -31,6 +32,7 @@ int RunRun(const QStringList &args, TOutput &out)
                      QStringLiteral("SQL options as their integer form (see vm20 sql --help)."));
     options.AddValue(QStringLiteral("top"), QStringLiteral("text"), QStringLiteral("A TOP clause."));
     options.AddValue(QStringLiteral("limit"), QStringLiteral("text"), QStringLiteral("A LIMIT clause."));
+    AddIncompleteOption(options);
     if (!options.Parse(args, out))
         return ExitOk;
     static const QStringList formats{QStringLiteral("table"), QStringLiteral("csv"), QStringLiteral("json")};
@@ -45,6 +47,7 @@ int RunRun(const QStringList &args, TOutput &out)
     TNQuery query;
     PrepareQuery(query, model);
     LoadQueryInput(query, options.Value(QStringLiteral("query")));
+    CheckComplete(query, options);
     if (sqlOptions >= 0)
         query.SetSQLOptions(IntToSQLOptions(sqlOptions));
     query.SetSQLTopClause(options.Value(QStringLiteral("top")));

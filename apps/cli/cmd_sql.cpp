@@ -15,7 +15,9 @@ int RunSql(const QStringList &args, TOutput &out)
         QStringLiteral("sql"), QStringLiteral("--model FILE [--query FILE] [options]"),
         QStringLiteral("Builds the query of a query file (standard input without --query) on a model\n"
                        "and prints its SELECT statement. The query file's Options= value applies\n"
-                       "unless --options gives another."));
+                       "unless --options gives another. An empty query file is an error; a query\n"
+                       "naming what the model lacks, or a file cut short, exits with 1 (see\n"
+                       "--allow-incomplete)."));
     AddModelOptions(options);
     options.AddValue(QStringLiteral("query"), QStringLiteral("file"), QStringLiteral("The query file."));
     options.AddValue(QStringLiteral("syntax"), QStringLiteral("name"),
@@ -25,6 +27,7 @@ int RunSql(const QStringList &args, TOutput &out)
                                     "2 DISTINCT, 8 quoted aliases, 16 bracketed joins, 32 bracketed conditions, 64 sort by names."));
     options.AddValue(QStringLiteral("top"), QStringLiteral("text"), QStringLiteral("A TOP clause."));
     options.AddValue(QStringLiteral("limit"), QStringLiteral("text"), QStringLiteral("A LIMIT clause."));
+    AddIncompleteOption(options);
     if (!options.Parse(args, out))
         return ExitOk;
     const TSQLSyntax syntax = SyntaxOption(options);
@@ -35,6 +38,7 @@ int RunSql(const QStringList &args, TOutput &out)
     TNQuery query;
     PrepareQuery(query, model);
     LoadQueryInput(query, options.Value(QStringLiteral("query")));
+    CheckComplete(query, options);
     query.SetSQLSyntax(syntax);
     if (sqlOptions >= 0)
         query.SetSQLOptions(IntToSQLOptions(sqlOptions));

@@ -1,5 +1,7 @@
 #include "inputs.h"
 
+#include "cli.h"
+
 #include "model/dbstructure.h"
 #include "model/dmxmlformat.h"
 #include "query/query.h"
@@ -188,7 +190,14 @@ void PrepareQuery(TNQuery &query, TNCustomDBStructure &model)
 
 void LoadQueryInput(TNQuery &query, const QString &path)
 {
-    query.LoadFromStrings(ReadInput(path));
+    const QStringList lines = ReadInput(path);
+    bool blank = true;
+    for (const QString &line : lines)
+        blank = blank && line.trimmed().isEmpty();
+    if (blank)
+        throw Exception(path.isEmpty() ? QStringLiteral("Standard input holds no query text")
+                                       : QStringLiteral("Query file \"%1\" holds no query text").arg(path));
+    query.LoadFromStrings(lines);
 }
 
 } // namespace vm20::cli
@@ -212,6 +221,35 @@ void LoadModelOptions(TNCustomDBStructure &model, const TCommandOptions &options
     LoadModelFile(model, modelPath);
     if (options.IsSet(QStringLiteral("formats")))
         LoadFormatsFile(model, options.Value(QStringLiteral("formats")));
+}
+
+} // namespace vm20::cli
+
+namespace vm20::cli {
+
+void AddIncompleteOption(TCommandOptions &options)
+{
+    options.AddFlag(QStringLiteral("allow-incomplete"),
+                    QStringLiteral("Go on when the model lacks a field, operator, predefined condition or "
+                                   "table the query names, or the query text is cut short: the statement "
+                                   "then leaves those parts out. Without it such a query exits with 1."));
+}
+
+void CheckComplete(const TNQuery &query, const TCommandOptions &options)
+{
+    QStringList items;
+    for (const TUnresolvedItem &item : query.UnresolvedItems())
+        if (item.Enabled)   // a disabled row asks for nothing
+            items << item.Text();
+    if (items.isEmpty())
+        return;
+    if (!options.IsSet(QStringLiteral("allow-incomplete")))
+        throw EIncompleteQuery(
+            QStringLiteral("the model cannot resolve the query in full (--allow-incomplete leaves these out):"),
+            items);
+    for (const QString &item : items)
+        std::fprintf(stderr, "vm20 %s: warning: left out: %s\n", qUtf8Printable(options.Command()),
+                     qUtf8Printable(item));
 }
 
 } // namespace vm20::cli

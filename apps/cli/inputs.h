@@ -34,7 +34,8 @@ void LoadFormatsFile(TNCustomDBStructure &model, const QString &path);
 // Sets up `query` on `model` as the command uses it: active, options taken
 // from the query text, titles not part of it.
 void PrepareQuery(TNQuery &query, TNCustomDBStructure &model);
-// Loads a query file, or standard input when `path` is empty.
+// Loads a query file, or standard input when `path` is empty. A file without
+// any text is an error: it holds no query, not an empty one.
 void LoadQueryInput(TNQuery &query, const QString &path);
 
 } // namespace vm20::cli
@@ -46,5 +47,11 @@ class TCommandOptions;
 // The flags every command on a model file has: --model and --formats.
 void AddModelOptions(TCommandOptions &options);
 void LoadModelOptions(TNCustomDBStructure &model, const TCommandOptions &options);
+
+// --allow-incomplete, and the check it turns off: a query the model cannot
+// resolve in full raises EIncompleteQuery listing each part; with the flag the
+// list goes to standard error as warnings and the command goes on.
+void AddIncompleteOption(TCommandOptions &options);
+void CheckComplete(const TNQuery &query, const TCommandOptions &options);
 
 } // namespace vm20::cli

@@ -4,7 +4,10 @@
 #include "cli.h"
 #include "output.h"
 
+#include <QApplication>
 #include <QCoreApplication>
+
+#include <memory>
 
 #include <cstdio>
 #include <iterator>
@@ -20,6 +23,7 @@ const TCommand Commands[] = {
     {"convert", "Print a model file as model text or as XML.", RunConvert},
     {"run", "Build a query, execute it on a database and print the rows.", RunRun},
     {"tour", "Walk through the sample shop database: import, model, queries, rows.", RunTour},
+    {"diagram", "Draw a model's tables and links as a PNG or SVG file.", RunDiagram},
 };
 
 QString GeneralHelp()
@@ -64,6 +68,12 @@ int Dispatch(const QStringList &args, TOutput &out)
     const QString prefix = QStringLiteral("vm20 ") + name;
     try {
         return command->Run(args.mid(1), out);
+    } catch (const EIncompleteQuery &e) {
+        out.Flush();
+        PrintError(prefix, e.Message());
+        for (const QString &item : e.Items())
+            std::fprintf(stderr, "  %s\n", qUtf8Printable(item));
+        return ExitError;
     } catch (const EUsageError &e) {
         out.Flush();
         PrintError(prefix, e.Message() + QStringLiteral(" (see vm20 %1 --help)").arg(name));
@@ -84,7 +94,21 @@ int Dispatch(const QStringList &args, TOutput &out)
 
 int main(int argc, char *argv[])
 {
-    QCoreApplication app(argc, argv);
+    // Only drawing a diagram needs widgets; it runs them without a display,
+    // and every other command stays free of one.
+    std::unique_ptr<QCoreApplication> app;
+    if (argc > 1 && qstrcmp(argv[1], "diagram") == 0) {
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+        // The platform's notes (no runtime folder, no window manager) are no
+        // business of the command's user: only its own message goes to stderr.
+        qInstallMessageHandler([](QtMsgType type, const QMessageLogContext &, const QString &text) {
+            if (type == QtCriticalMsg || type == QtFatalMsg)
+                std::fprintf(stderr, "vm20 diagram: %s\n", qUtf8Printable(text));
+        });
+        app = std::make_unique<QApplication>(argc, argv);
+    } else {
+        app = std::make_unique<QCoreApplication>(argc, argv);
+    }
     QCoreApplication::setApplicationName(QStringLiteral("vm20"));
     vm20::cli::TOutput out;
     return vm20::cli::Dispatch(QCoreApplication::arguments().mid(1), out);

@@ -26,6 +26,7 @@ struct GalleryState
 };
 
 std::vector<GalleryState> GalleryStates();
+std::vector<GalleryState> DesignerStates();
 
 // Renders the widget and its overlays into one image.
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

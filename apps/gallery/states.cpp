@@ -247,7 +247,7 @@ std::vector<GalleryState> GalleryStates()
 {
     const auto ltr = Qt::LeftToRight;
     const auto rtl = Qt::RightToLeft;
-    std::vector<GalleryState> states{
+    std::vector<GalleryState> states = {
         {QStringLiteral("labels-idle"), [=] { return Labels(ltr, false); }, true},
         {QStringLiteral("labels-focused"), [=] { return Labels(ltr, true); }},
         {QStringLiteral("labels-rtl"), [=] { return Labels(rtl, false); }, true},
@@ -313,6 +313,8 @@ std::vector<GalleryState> GalleryStates()
         {QStringLiteral("buttons-hovered"), [] { return Buttons(false, true); }},
         {QStringLiteral("buttons-pressed"), [] { return Buttons(true, false); }},
     };
+    for (GalleryState &state : DesignerStates())
+        states.push_back(std::move(state));
     for (GalleryState &state : ResultPanelStates())
         states.push_back(std::move(state));
     return states;

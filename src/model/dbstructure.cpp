@@ -1,4 +1,5 @@
 #include "model/dbstructure.h"
+#include "model/quietscope.h"
 
 #include "model/errors.h"
 #include "model/joingraph.h"
@@ -68,6 +69,7 @@ TNCustomDBStructure::TNCustomDBStructure(QObject *parent)
 
 TNCustomDBStructure::~TNCustomDBStructure()
 {
+    FObservers.Notify([this](TNModelObserver *observer) { observer->ModelDestroyed(this); });
     // Groups first, so that no field reports its destruction to a freed group.
     FFieldGroups.Clear();
     FRootGroup->ClearMembers();
@@ -117,9 +119,12 @@ void TNCustomDBStructure::Batch(const std::function<void()> &body)
 int TNCustomDBStructure::AddTable(const QString &tableName, const QString &displayName)
 {
     auto table = std::make_unique<TDSTable>(this);
-    table->SetTableName(tableName);
-    table->SetTableAlias(tableName);
-    table->SetDisplayName(displayName);
+    {
+        TQuietScope quiet(*this);
+        table->SetTableName(tableName);
+        table->SetTableAlias(tableName);
+        table->SetDisplayName(displayName);
+    }
     return AddTableRef(std::move(table));
 }
 
@@ -128,18 +133,21 @@ int TNCustomDBStructure::AddTableRef(std::unique_ptr<TDSTable> table)
     if (!table)
         return -1;
     table->SetDBStruct(this);
+    const TDSTable *added = table.get();
     FTables.push_back(std::move(table));
     TableNamesChanged();
     LinksChanged();
-    Changed();
+    Changed(mckTables, added);
     return GetTableCount() - 1;
 }
 
 void TNCustomDBStructure::DelTable(int index)
 {
     TDSTable *table = GetTable(index);
+    EntityDeleting(mckTables, table);
     for (int i = GetLinkCount() - 1; i >= 0; --i) {
         if (FLinks[i]->ContainsTable(table)) {
+            EntityDeleting(mckLinks, FLinks[i].get());
             DetachLink(FLinks[i].get());
             FLinks.erase(FLinks.begin() + i);
         }
@@ -155,7 +163,7 @@ void TNCustomDBStructure::DelTable(int index)
     FTables.erase(FTables.begin() + index);
     TableNamesChanged();
     LinksChanged();
-    Changed();
+    Changed(mckTables, table);
 }
 
 TDSTable *TNCustomDBStructure::GetTable(int index) const
@@ -232,21 +240,24 @@ int TNCustomDBStructure::AddField(TNFieldKind kind, const QString &fieldExpr,
                                   const QString &displayName, TDSTable *table)
 {
     auto field = std::make_unique<TDSField>(this);
-    field->SetFieldKind(kind);
-    field->SetFieldExpr(fieldExpr);
-    field->SetDisplayName(displayName);
-    field->SetEditType(etAuto);
-    if (kind == nfkVirtual) {
-        field->SetFieldType(ftString);
-        field->SetFieldSize(100);
-        ExcludeTablesBySQLExpr(fieldExpr, field->Tables(), field->DBFields());
-    } else if (table) {
-        field->Tables().Add(table);
-        field->SetQuoted(fieldExpr.contains(QLatin1Char(' ')));
+    {
+        TQuietScope quiet(*this);
+        field->SetFieldKind(kind);
+        field->SetFieldExpr(fieldExpr);
+        field->SetDisplayName(displayName);
+        field->SetEditType(etAuto);
+        if (kind == nfkVirtual) {
+            field->SetFieldType(ftString);
+            field->SetFieldSize(100);
+            ExcludeTablesBySQLExpr(fieldExpr, field->Tables(), field->DBFields());
+        } else if (table) {
+            field->Tables().Add(table);
+            field->SetQuoted(fieldExpr.contains(QLatin1Char(' ')));
+        }
+        ProcessNewField(field.get());
+        if (kind == nfkData && IsBinaryType(field->FieldType()))
+            field->SetUseInResult(false);
     }
-    ProcessNewField(field.get());
-    if (kind == nfkData && IsBinaryType(field->FieldType()))
-        field->SetUseInResult(false);
     return AddFieldRef(std::move(field));
 }
 
@@ -292,20 +303,22 @@ int TNCustomDBStructure::AddFieldRef(std::unique_ptr<TDSField> field)
     } else {
         FRootGroup->Add(added);
     }
-    Changed();
+    Changed(mckFields, added);
     return GetFieldCount() - 1;
 }
 
 void TNCustomDBStructure::DelField(int index)
 {
     TDSField *field = GetField(index);
+    EntityDeleting(mckFields, field);
     if (!field->Group())
         FRootGroup->Remove(field);
     if (field->ID() >= GetLastFieldID())
         FMaxFieldIDValid = false;
+    const void *going = field;
     FFields.erase(FFields.begin() + index);
     FFieldLookupValid = false;
-    Changed();
+    Changed(mckFields, going);
 }
 
 TDSField *TNCustomDBStructure::GetField(int index) const
@@ -386,16 +399,19 @@ void TNCustomDBStructure::DeleteGroup(int index)
     FFieldGroups.Delete(index);
     for (TDSField *field : members)
         FRootGroup->Add(field);
-    Changed();
+    Changed(mckGroups);
 }
 
 TDSCondition *TNCustomDBStructure::AddCondition(const QString &displayFormat, const QString &sqlExpr)
 {
     auto condition = std::make_unique<TDSCondition>(this);
-    condition->SetDisplayFormat(displayFormat);
-    condition->SetSQLExpr(sqlExpr);
+    {
+        TQuietScope quiet(*this);
+        condition->SetDisplayFormat(displayFormat);
+        condition->SetSQLExpr(sqlExpr);
+    }
     TDSCondition *added = FConditions.Add(std::move(condition));
-    Changed();
+    Changed(mckConditions, added);
     return added;
 }
 
@@ -416,6 +432,8 @@ void TNCustomDBStructure::GetConditionCaptions(QStringList &captions) const
 
 void TNCustomDBStructure::ClearLinks()
 {
+    if (!FLinks.empty())
+        EntityDeleting(mckLinks, nullptr);
     QSet<const TDSLink *> links;
     for (const auto &link : FLinks) {
         links.insert(link.get());
@@ -431,11 +449,13 @@ void TNCustomDBStructure::ClearLinks()
                 table->DelLink(i);
     FLinks.clear();
     LinksChanged();
-    Changed();
+    Changed(mckLinks);
 }
 
 void TNCustomDBStructure::ClearFields()
 {
+    if (!FFields.empty())
+        EntityDeleting(mckFields, nullptr);
     // Emptying the groups first spares every field a search of its group.
     FRootGroup->ClearMembers();
     for (int i = 0; i < FFieldGroups.Count(); ++i)
@@ -445,13 +465,15 @@ void TNCustomDBStructure::ClearFields()
     FFieldLookupValid = true;
     FMaxFieldID = 0;
     FMaxFieldIDValid = true;
-    Changed();
+    Changed(mckFields);
 }
 
 void TNCustomDBStructure::ClearTables()
 {
     Batch([this] {
         ClearLinks();
+        if (!FTables.empty())
+            EntityDeleting(mckTables, nullptr);
         QSet<const TDSTable *> tables;
         for (const auto &table : FTables)
             tables.insert(table.get());

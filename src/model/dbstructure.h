@@ -146,6 +146,8 @@ public:
     TDSField *FieldByName(int mode, const QString &name) const;
     void GetFieldNames(int mode, QStringList &names) const;
     TDSField *GetFirstResultField() const;
+    // No field may be used in results.
+    bool GetEmpty() const { return GetFirstResultField() == nullptr; }
     static bool CheckIfAggregate(const QString &expr);
     // The model tables an expression qualifies columns with ("q.name", q an
     // alias or else a table name), and those qualified column texts; both

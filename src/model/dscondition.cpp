@@ -54,6 +54,8 @@ void TDSCondition::SetSQLExpr(const QString &value)
         return;
     FSQLExpr = value;
     UpdateTables();
+    if (FDBStruct)
+        FDBStruct->Changed(mckConditions, this);
 }
 
 void TDSCondition::SetDisplayFormat(const QString &value)
@@ -62,6 +64,8 @@ void TDSCondition::SetDisplayFormat(const QString &value)
         return;
     FDisplayFormat = value;
     UpdateValueList();
+    if (FDBStruct)
+        FDBStruct->Changed(mckConditions, this);
 }
 
 void TDSCondition::UpdateValueList()
@@ -138,11 +142,18 @@ void TDSConditionList::Delete(int index)
 {
     if (index < 0 || index >= Count())
         throw EListError::IndexOutOfBounds(index);
+    const TDSCondition *going = FItems[std::size_t(index)].get();
+    if (FDBStruct)
+        FDBStruct->EntityDeleting(mckConditions, going);
     FItems.erase(FItems.begin() + index);
+    if (FDBStruct)
+        FDBStruct->Changed(mckConditions, going);
 }
 
 void TDSConditionList::Clear()
 {
+    if (FDBStruct && !FItems.empty())
+        FDBStruct->EntityDeleting(mckConditions, nullptr);
     FItems.clear();
     FMaxID = 0;
 }

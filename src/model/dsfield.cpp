@@ -6,6 +6,7 @@
 #include "model/dstable.h"
 #include "model/errors.h"
 #include "model/messages.h"
+#include "model/sqlnames.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
 
@@ -67,6 +68,7 @@ void TDSField::SetFieldName(const QString &value)
     if (FFieldKind == nfkVirtual)
         throw ENDBStructError(dbseAssignVirtFldName, SDBSEAssignVirtFldName);
     FFieldExpr = value;
+    NotifyModel();
 }
 
 void TDSField::SetEditType(TDSEditType value)
@@ -75,6 +77,7 @@ void TDSField::SetEditType(TDSEditType value)
         return;
     FValueEditor = MakeEditor(value, FDBStruct);
     FEditType = value;
+    NotifyModel();
 }
 
 void TDSField::SetGroup(TDSFieldGroup *value)
@@ -97,11 +100,13 @@ void TDSField::SetUseInConditions(bool value)
     FUseInConditions = value;
     if (value && FOperators.empty())
         AddAppliedOperators();
+    NotifyModel();
 }
 
 void TDSField::SetIsAggregate(bool value)
 {
     FIsAggregate = value && FFieldKind == nfkVirtual;
+    NotifyModel();
 }
 
 QString TDSField::FilterSQLExpr() const
@@ -109,7 +114,7 @@ QString TDSField::FilterSQLExpr() const
     if (!FQuoted)
         return FFieldExpr;
     const TSQLFormats &formats = FormatsOf(FDBStruct);
-    return formats.QuoteSymbol1() + FFieldExpr + formats.QuoteSymbol2();
+    return QuotedSQLName(FFieldExpr, formats.QuoteSymbol1(), formats.QuoteSymbol2());
 }
 
 QString TDSField::SQLExpr() const
@@ -128,13 +133,14 @@ void TDSField::SetSQLExpr(const QString &value)
     FFieldExpr = value;
     if (FDBStruct)
         FDBStruct->ExcludeTablesBySQLExpr(value, FTables, FDBFields);
+    NotifyModel();
 }
 
 QString TDSField::NormalSQLExpr() const
 {
     if (FFieldKind == nfkVirtual)
         return FFieldExpr;
-    const QString quoted = QLatin1Char('"') + FFieldExpr + QLatin1Char('"');
+    const QString quoted = QuotedSQLName(FFieldExpr, QLatin1Char('"'), QLatin1Char('"'));
     if (const TDSTable *table = Table())
         return table->WhereExpr() + QLatin1Char('.') + quoted;
     return quoted;
@@ -280,6 +286,12 @@ int TDSFieldList::IndexOf(const TDSField *field) const
 {
     const auto it = std::find(FItems.begin(), FItems.end(), field);
     return it == FItems.end() ? -1 : int(it - FItems.begin());
+}
+
+void TDSField::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckFields, this);
 }
 
 } // namespace vm20

@@ -34,11 +34,23 @@ public:
     // The raw text: a column name or an SQL expression, without the checks of
     // SetFieldName / SetSQLExpr (loaders use it).
     const QString &FieldExpr() const { return FFieldExpr; }
-    void SetFieldExpr(const QString &value) { FFieldExpr = value; }
+    void SetFieldExpr(const QString &value)
+    {
+        if (FFieldExpr == value)
+            return;
+        FFieldExpr = value;
+        NotifyModel();
+    }
     const QString &FieldName() const { return FFieldExpr; }
     void SetFieldName(const QString &value);   // ENDBStructError 7 on a virtual field
     const QString &DisplayName() const { return FDisplayName; }
-    void SetDisplayName(const QString &value) { FDisplayName = value; }
+    void SetDisplayName(const QString &value)
+    {
+        if (FDisplayName == value)
+            return;
+        FDisplayName = value;
+        NotifyModel();
+    }
     TSimpleDSTableList &Tables() { return FTables; }
     const TSimpleDSTableList &Tables() const { return FTables; }
     TDSTable *Table() const { return FTables.Count() ? FTables.Items(0) : nullptr; }
@@ -47,11 +59,29 @@ public:
     QStringList &DBFields() { return FDBFields; }
     const QStringList &DBFields() const { return FDBFields; }
     bool Quoted() const { return FQuoted; }
-    void SetQuoted(bool value) { FQuoted = value; }
+    void SetQuoted(bool value)
+    {
+        if (FQuoted == value)
+            return;
+        FQuoted = value;
+        NotifyModel();
+    }
     TFieldType FieldType() const { return FFieldType; }
-    void SetFieldType(TFieldType value) { FFieldType = value; }
+    void SetFieldType(TFieldType value)
+    {
+        if (FFieldType == value)
+            return;
+        FFieldType = value;
+        NotifyModel();
+    }
     int FieldSize() const { return FFieldSize; }
-    void SetFieldSize(int value) { FFieldSize = value; }
+    void SetFieldSize(int value)
+    {
+        if (FFieldSize == value)
+            return;
+        FFieldSize = value;
+        NotifyModel();
+    }
     // A different type replaces the editor by a fresh one of the new kind.
     TDSEditType EditType() const { return FEditType; }
     void SetEditType(TDSEditType value);
@@ -65,7 +95,13 @@ public:
     bool UseInConditions() const { return FUseInConditions; }
     void SetUseInConditions(bool value);
     bool UseInResult() const { return FUseInResult; }
-    void SetUseInResult(bool value) { FUseInResult = value; }
+    void SetUseInResult(bool value)
+    {
+        if (FUseInResult == value)
+            return;
+        FUseInResult = value;
+        NotifyModel();
+    }
     // Always false on a data field.
     bool IsAggregate() const { return FIsAggregate; }
     void SetIsAggregate(bool value);
@@ -106,6 +142,8 @@ public:
     void AddAppliedOperators();
 
 private:
+    // Tells the model's listeners that this entity changed.
+    void NotifyModel();
     TNCustomDBStructure *FDBStruct = nullptr;
     int FID = 0;
     QString FFieldExpr;

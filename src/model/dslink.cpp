@@ -2,6 +2,7 @@
 
 #include "model/dbstructure.h"
 #include "model/dstable.h"
+#include "model/sqlnames.h"
 #include "support/nstrings.h"
 
 namespace vm20 {
@@ -26,6 +27,7 @@ void TDSLink::SetTable1(TDSTable *value)
     FTable1 = value;
     if (FDBStruct)
         FDBStruct->LinksChanged();
+    NotifyModel();
 }
 
 void TDSLink::SetTable2(TDSTable *value)
@@ -35,6 +37,7 @@ void TDSLink::SetTable2(TDSTable *value)
     FTable2 = value;
     if (FDBStruct)
         FDBStruct->LinksChanged();
+    NotifyModel();
 }
 
 QString TDSLink::RenderSide(const QString &entry, const TDSTable *table, bool optional) const
@@ -44,9 +47,9 @@ QString TDSLink::RenderSide(const QString &entry, const TDSTable *table, bool op
     const QString column = entry.startsWith(FieldPrefix) ? entry.mid(FieldPrefix.size()) : entry;
     QString text = table ? table->WhereExpr() + QLatin1Char('.') : QString();
     if (FQuoteFields && FDBStruct)
-        text += FDBStruct->SQLFormats().QuoteSymbol1() + column + FDBStruct->SQLFormats().QuoteSymbol2();
+        text += QuotedSQLName(column, FDBStruct->SQLFormats().QuoteSymbol1(), FDBStruct->SQLFormats().QuoteSymbol2());
     else if (FQuoteFields)
-        text += QLatin1Char('"') + column + QLatin1Char('"');
+        text += QuotedSQLName(column, QLatin1Char('"'), QLatin1Char('"'));
     else
         text += column;
     if (optional)
@@ -97,6 +100,12 @@ bool TDSLink::ContainsTable(const TDSTable *table) const
 TDSTable *TDSLink::OtherTable(const TDSTable *table) const
 {
     return FTable1 == table ? FTable2 : FTable1;
+}
+
+void TDSLink::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckLinks, this);
 }
 
 } // namespace vm20

@@ -26,17 +26,47 @@ public:
     // the literal x, "fld:c" and a plain entry are the column c.
     QStringList &Fields1() { return FFields1; }
     const QStringList &Fields1() const { return FFields1; }
-    void SetFields1(const QStringList &value) { FFields1 = value; }
+    void SetFields1(const QStringList &value)
+    {
+        if (FFields1 == value)
+            return;
+        FFields1 = value;
+        NotifyModel();
+    }
     QStringList &Fields2() { return FFields2; }
     const QStringList &Fields2() const { return FFields2; }
-    void SetFields2(const QStringList &value) { FFields2 = value; }
+    void SetFields2(const QStringList &value)
+    {
+        if (FFields2 == value)
+            return;
+        FFields2 = value;
+        NotifyModel();
+    }
     QStringList &Operators() { return FOperators; }
     const QStringList &Operators() const { return FOperators; }
-    void SetOperators(const QStringList &value) { FOperators = value; }
+    void SetOperators(const QStringList &value)
+    {
+        if (FOperators == value)
+            return;
+        FOperators = value;
+        NotifyModel();
+    }
     TDSLinkType LinkType() const { return FLinkType; }
-    void SetLinkType(TDSLinkType value) { FLinkType = value; }
+    void SetLinkType(TDSLinkType value)
+    {
+        if (FLinkType == value)
+            return;
+        FLinkType = value;
+        NotifyModel();
+    }
     bool QuoteFields() const { return FQuoteFields; }
-    void SetQuoteFields(bool value) { FQuoteFields = value; }
+    void SetQuoteFields(bool value)
+    {
+        if (FQuoteFields == value)
+            return;
+        FQuoteFields = value;
+        NotifyModel();
+    }
     TNCustomDBStructure *DBStruct() const { return FDBStruct; }
     void SetDBStruct(TNCustomDBStructure *value) { FDBStruct = value; }
 
@@ -57,6 +87,8 @@ public:
     static constexpr int OuterJoinMarkSyntax = 2;
 
 private:
+    // Tells the model's listeners that this entity changed.
+    void NotifyModel();
     QString RenderSide(const QString &entry, const TDSTable *table, bool optional) const;
 
     TDSTable *FTable1 = nullptr;

@@ -2,6 +2,7 @@
 
 #include "model/dbstructure.h"
 #include "model/dslink.h"
+#include "model/sqlnames.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
 
@@ -39,6 +40,7 @@ void TDSTable::SetTableName(const QString &value)
         FDBStruct->TableNamesChanged();
     if (FTableAlias.isEmpty())
         SetTableAlias(value);
+    NotifyModel();
 }
 
 void TDSTable::SetTableAlias(const QString &value)
@@ -50,6 +52,7 @@ void TDSTable::SetTableAlias(const QString &value)
     FTableAlias = alias;
     if (FDBStruct)
         FDBStruct->TableNamesChanged();
+    NotifyModel();
 }
 
 QString TDSTable::MainExpr() const
@@ -57,8 +60,10 @@ QString TDSTable::MainExpr() const
     const TSQLFormats &formats = FormatsOf(FDBStruct);
     const TDMOptions &options = OptionsOf(FDBStruct);
     QString name = FTableName;
-    if (FQuoted && !name.isEmpty() && !name.startsWith(QLatin1Char('"')))
-        name = formats.QuoteSymbol1() + name + formats.QuoteSymbol2();
+    // A name stored with its quotes already is written as stored.
+    if (FQuoted && !name.isEmpty() && !IsQuotedSQLName(name, QLatin1Char('"'), QLatin1Char('"'))
+        && !IsQuotedSQLName(name, formats.QuoteSymbol1(), formats.QuoteSymbol2()))
+        name = QuotedSQLName(name, formats.QuoteSymbol1(), formats.QuoteSymbol2());
     if (options.MultiDB() && !FDatabaseName.isEmpty() && FDatabaseName != options.DefaultDatabase()
         && !formats.FullTableName().isEmpty()) {
         QString full = formats.FullTableName();
@@ -76,7 +81,7 @@ QString TDSTable::FromExpr() const
     if (FTableAlias != FTableName) {
         if (FormatsOf(FDBStruct).UseAsInFrom())
             result += QLatin1String(" AS");
-        result += QLatin1Char(' ') + FTableAlias;
+        result += QLatin1Char(' ') + SQLAlias();
     }
     if (!FTableHints.isEmpty())
         result += QLatin1String(" WITH ") + FTableHints;
@@ -86,8 +91,16 @@ QString TDSTable::FromExpr() const
 QString TDSTable::WhereExpr() const
 {
     if (!FTableAlias.isEmpty() && FTableAlias != FTableName)
-        return FTableAlias;
+        return SQLAlias();
     return MainExpr();
+}
+
+QString TDSTable::SQLAlias() const
+{
+    if (IsPlainSQLName(FTableAlias))
+        return FTableAlias;
+    const TSQLFormats &formats = FormatsOf(FDBStruct);
+    return QuotedSQLName(FTableAlias, formats.QuoteSymbol1(), formats.QuoteSymbol2());
 }
 
 QString TDSTable::CompoundName() const
@@ -168,6 +181,12 @@ void TDSTable::LinksChanged()
 {
     if (FDBStruct)
         FDBStruct->LinksChanged();
+}
+
+void TDSTable::NotifyModel()
+{
+    if (FDBStruct)
+        FDBStruct->Changed(mckTables, this);
 }
 
 } // namespace vm20

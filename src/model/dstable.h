@@ -18,23 +18,47 @@ public:
     TDSTable &operator=(const TDSTable &) = delete;
 
     const QString &DatabaseName() const { return FDatabaseName; }
-    void SetDatabaseName(const QString &value) { FDatabaseName = value; }
+    void SetDatabaseName(const QString &value)
+    {
+        if (FDatabaseName == value)
+            return;
+        FDatabaseName = value;
+        NotifyModel();
+    }
     // Also gives the table its name as alias while the alias is empty.
     const QString &TableName() const { return FTableName; }
     void SetTableName(const QString &value);
     const QString &DisplayName() const { return FDisplayName; }
-    void SetDisplayName(const QString &value) { FDisplayName = value; }
+    void SetDisplayName(const QString &value)
+    {
+        if (FDisplayName == value)
+            return;
+        FDisplayName = value;
+        NotifyModel();
+    }
     // An alias never contains a blank: blanks are stored as "_".
     const QString &TableAlias() const { return FTableAlias; }
     void SetTableAlias(const QString &value);
     const QString &LinksStr() const { return FLinksStr; }
     void SetLinksStr(const QString &value) { FLinksStr = value; }
     const QString &TableHints() const { return FTableHints; }
-    void SetTableHints(const QString &value) { FTableHints = value; }
+    void SetTableHints(const QString &value)
+    {
+        if (FTableHints == value)
+            return;
+        FTableHints = value;
+        NotifyModel();
+    }
     TNCustomDBStructure *DBStruct() const { return FDBStruct; }
     void SetDBStruct(TNCustomDBStructure *value) { FDBStruct = value; }
     bool Quoted() const { return FQuoted; }
-    void SetQuoted(bool value) { FQuoted = value; }
+    void SetQuoted(bool value)
+    {
+        if (FQuoted == value)
+            return;
+        FQuoted = value;
+        NotifyModel();
+    }
     int DesignLeft() const { return FDesignLeft; }
     void SetDesignLeft(int value) { FDesignLeft = value; }
     int DesignTop() const { return FDesignTop; }
@@ -49,6 +73,8 @@ public:
     QString MainExpr() const;
     QString FromExpr() const;
     QString WhereExpr() const;
+    // The alias as SQL names it: quoted when it is not one plain name.
+    QString SQLAlias() const;
     QString CompoundName() const;
     QString FullName() const;
     // "left,top,width,height"; assigning parses leniently (missing parts 0).
@@ -66,6 +92,8 @@ public:
     TDSLink *LinkByTableAlias(const QString &alias) const;
 
 private:
+    // Tells the model's listeners that this entity changed.
+    void NotifyModel();
     void LinksChanged();
 
     QString FDatabaseName;

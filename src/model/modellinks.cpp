@@ -1,6 +1,7 @@
 // The model's links and their one-line text form "T1-T2:a=b,c<>val:1", which
 // is also what a metadata provider answers for the links it knows.
 #include "model/dbstructure.h"
+#include "model/quietscope.h"
 
 #include "model/errors.h"
 #include "model/joingraph.h"
@@ -66,9 +67,10 @@ int TNCustomDBStructure::AddLinkByRef(std::unique_ptr<TDSLink> link)
         table->AddLinkRef(link.get());
     if (link->Operators().isEmpty())
         link->ApplyDefOperator();
+    const TDSLink *added = link.get();
     FLinks.push_back(std::move(link));
     LinksChanged();
-    Changed();
+    Changed(mckLinks, added);
     return GetLinkCount() - 1;
 }
 
@@ -105,6 +107,7 @@ TDSLink *TNCustomDBStructure::AddLinkByExpr(const QString &text)
         throw ENDBStructError(dbseNoTable, SDBSENoTable, {name2});
 
     auto link = std::make_unique<TDSLink>(this);
+    TQuietScope quiet(*this);
     link->SetTable1(table1);
     link->SetTable2(table2);
     for (const QString &item : text.mid(colon + 1).split(QLatin1Char(','))) {
@@ -116,6 +119,7 @@ TDSLink *TNCustomDBStructure::AddLinkByExpr(const QString &text)
         link->Fields2().append(parts.Right);
     }
     TDSLink *added = link.get();
+    quiet.Release();
     AddLinkByRef(std::move(link));
     return added;
 }
@@ -155,10 +159,11 @@ TDSLink *TNCustomDBStructure::FindLink(const QString &name1, const QString &name
 void TNCustomDBStructure::DelLink(int index)
 {
     TDSLink *link = GetLink(index);
+    EntityDeleting(mckLinks, link);
     DetachLink(link);
     FLinks.erase(FLinks.begin() + index);
     LinksChanged();
-    Changed();
+    Changed(mckLinks, link);
 }
 
 TDSLink *TNCustomDBStructure::GetLink(int index) const

@@ -130,7 +130,7 @@ int TNCustomDBStructure::AddOperator(const QString &name, const QString &caption
     InitOperator(*op, name, caption, sqlExpr, valFormat, appliedTypes);
     FUnrecognizedField->AddOperator(op.get());
     FOperators.push_back(std::move(op));
-    Changed();
+    Changed(mckOperators);
     return GetOperatorCount() - 1;
 }
 
@@ -142,7 +142,7 @@ int TNCustomDBStructure::AddUpdateOperator(const QString &name, const QString &c
     if (index < 0)
         return AddOperator(name, caption, sqlExpr, valFormat, appliedTypes);
     InitOperator(*FOperators[index], name, caption, sqlExpr, valFormat, appliedTypes);
-    Changed();
+    Changed(mckOperators);
     return index;
 }
 
@@ -152,7 +152,7 @@ void TNCustomDBStructure::UpdateOperatorCaption(const QString &name, const QStri
     if (!op || op->DisplayName() == caption)
         return;
     op->SetDisplayName(caption);
-    Changed();
+    Changed(mckOperators);
 }
 
 void TNCustomDBStructure::DeleteOperatorByName(const QString &name)
@@ -172,18 +172,21 @@ void TNCustomDBStructure::RemoveOperatorFromFields(const TDSOperator *op)
 void TNCustomDBStructure::DelOperator(int index)
 {
     const TDSOperator *op = GetOperator(index);
+    EntityDeleting(mckOperators, op);
     RemoveOperatorFromFields(op);
     FOperators.erase(FOperators.begin() + index);
-    Changed();
+    Changed(mckOperators, op);
 }
 
 void TNCustomDBStructure::ClearOperators()
 {
+    if (!FOperators.empty())
+        EntityDeleting(mckOperators, nullptr);
     for (const auto &field : FFields)
         field->ClearOperators();
     FUnrecognizedField->ClearOperators();
     FOperators.clear();
-    Changed();
+    Changed(mckOperators);
 }
 
 TDSOperator *TNCustomDBStructure::GetOperator(int index) const

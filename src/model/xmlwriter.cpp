@@ -68,22 +68,30 @@ private:
         W.writeEndElement();
     }
 
-    // Each name once, in the order of the first type that has it; a type
-    // without a name of its own is left out rather than read back as ftUnknown.
+    // Each name once, in the order of the first type that has it; every type
+    // without a name of its own shares "Unknown", written last so that a
+    // document read back and written again stays the same.
     void WriteTypes(TFieldTypes types)
     {
         W.writeStartElement(QStringLiteral("Types"));
         QSet<QString> written;
+        bool unknown = false;
         for (int ordinal = 0; ordinal < FieldTypeCount; ++ordinal) {
             const auto type = TFieldType(ordinal);
-            if (!types.contains(type) || !XmlTypeHasName(type))
+            if (!types.contains(type))
                 continue;
+            if (type == ftUnknown || !XmlTypeHasName(type)) {
+                unknown = true;
+                continue;
+            }
             const QString name = XmlTypeName(type);
             if (written.contains(name))
                 continue;
             written.insert(name);
             W.writeTextElement(QStringLiteral("Type"), name);
         }
+        if (unknown)
+            W.writeTextElement(QStringLiteral("Type"), XmlTypeName(ftUnknown));
         W.writeEndElement();
     }
 

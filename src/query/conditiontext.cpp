@@ -75,9 +75,9 @@ std::optional<QString> TQueryBuilder::FormCondition(TFilterCond &condition)
         text.replace(QLatin1String("@f"), fieldExpr);
     }
     if (!tables.empty() && tables.front() && text.contains(QLatin1String("@t")))
-        text.replace(QLatin1String("@t"), tables.front()->TableAlias());
+        text.replace(QLatin1String("@t"), tables.front()->SQLAlias());
     if (FResult.ResultTables().Count() > 0 && text.contains(QLatin1String("@m")))
-        text.replace(QLatin1String("@m"), FResult.ResultTables().Items(0)->Table()->TableAlias());
+        text.replace(QLatin1String("@m"), FResult.ResultTables().Items(0)->Table()->SQLAlias());
 
     const int count = condition.GetValueCount();
     for (int i = 1; i <= count; ++i)
@@ -107,11 +107,16 @@ void TQueryBuilder::FillValue(TFilterCond &condition, int index, QString &text)
     const QString value = ExtractValue(condition, index);
     const TFieldType type = condition.GetValueType(index);
     const TValueKind kind = condition.GetValueKind(index);
-    const bool quoted = FModel->SQLFormats().QuotedTypes().contains(type);
+    const bool quoted = IsQuotedValueType(FModel, type);
     const bool oracleDate = (type == ftDate || type == ftDateTime) && FQuery.SQLSyntax() == ssOracle;
     QString replacement;
     if ((!quoted && kind == vkScalar) || oracleDate) {
         replacement = value;
+    } else if (kind == vkScalar && !region.startsWith(QLatin1Char('\''))) {
+        // A template without quotes around the value: the value's own quotes
+        // are doubled, so it needs the quotes that make them mean anything.
+        replacement = region;
+        replacement.replace(placeholder, QLatin1Char('\'') + value + QLatin1Char('\''));
     } else {
         replacement = region;
         replacement.replace(placeholder, value);

@@ -118,6 +118,7 @@ protected:
     QString CaptionForValue(int index, const QString &text) const override;
 
 private:
+    friend class TNQuery;
     TDSField *FField = nullptr;
     TDSOperator *FOperator = nullptr;
     // The operator's value count, kept while its template stays the same
@@ -144,6 +145,7 @@ public:
     int GetValueCount() const override;
 
 private:
+    friend class TNQuery;
     TDSCondition *FCondition;
 };
 

@@ -4,6 +4,7 @@
 #include "query/loadingscope.h"
 #include "query/query.h"
 #include "sqlparse/sqlparser.h"
+#include "sqlparse/sqltables.h"
 #include "support/nstrings.h"
 
 #include <algorithm>
@@ -110,11 +111,10 @@ TSQLLoader::TSQLLoader(TNQuery &query)
                      [](const TOperatorEntry &a, const TOperatorEntry &b) {
                          return a.Template.size() > b.Template.size();
                      });
-    TDSOperator *like = FModel.OperatorByName(QStringLiteral("contains"));
-    if (!like)
-        like = FModel.OperatorByName(QStringLiteral("startswith"));
-    FLikeFallback = MakeEntry(like);
-    FLikeFallback.FallBack = true;
+    FContains[0] = MakeEntry(FModel.OperatorByName(QStringLiteral("contains")));
+    FContains[1] = MakeEntry(FModel.OperatorByName(QStringLiteral("notcontains")));
+    FStartsWith[0] = MakeEntry(FModel.OperatorByName(QStringLiteral("startswith")));
+    FStartsWith[1] = MakeEntry(FModel.OperatorByName(QStringLiteral("notstartswith")));
     FUnrecognized = MakeEntry(FModel.UnrecognizedOperator());
 }
 
@@ -137,16 +137,19 @@ void TSQLLoader::Load(const QStringList &lines)
 {
     TLoadingScope scope(FQuery);
     FQuery.ClearAll();
+    const QString mainTable = FQuery.MainTableName();
     try {
         TNSQLParser parser;
         parser.SetSQL(lines);
         parser.Parse();
         const TNParserResult &result = parser.ParserResult();
+        LoadMainTable(result.Tables());
         LoadResultFields(result);
         if (const TSQLBracket *where = result.WhereClause())
             ProcessSQLBracket(FQuery.Filter(), *where, result.Tables());
     } catch (...) {
         FQuery.ClearAll();
+        FQuery.SetMainTableName(mainTable);
         throw;
     }
 }
@@ -172,14 +175,37 @@ void TSQLLoader::LoadResultFields(const TNParserResult &result)
     }
 }
 
+// The statement's first table becomes the main table where the model knows
+// it: by name and alias, else by name. A table the model lacks is listed as
+// unresolved, and the main table stays as it was.
+void TSQLLoader::LoadMainTable(const TSQLTableList &tables)
+{
+    if (tables.Count() == 0)
+        return;
+    const TSQLTable &first = *tables.Items(0);
+    TDSTable *main = nullptr;
+    for (int i = 0; i < FModel.GetTableCount() && !main; ++i) {
+        TDSTable *table = FModel.GetTable(i);
+        if (SameText(table->TableName(), first.TableName()) && SameText(table->TableAlias(), first.AliasName()))
+            main = table;
+    }
+    if (!main)
+        main = FModel.TableByName(0, first.TableName());
+    if (main)
+        FQuery.SetMainTableName(main->CompoundName());
+    else
+        FQuery.AddLoadProblem(TUnresolvedItem::ukTable, QStringLiteral("FROM ") + first.TableName());
+}
+
 void TSQLLoader::ProcessSQLBracket(TFilterBracket *bracket, const TSQLBracket &sqlBracket,
                                    const TSQLTableList &tables)
 {
     const bool any = sqlBracket.BoolOperator() == QLatin1String("or");
+    const bool negated = sqlBracket.Negative() != sqlBracket.InnerNegative();
     if (any)
-        bracket->SetLinkType(sqlBracket.Negative() ? fltNone : fltAny);
+        bracket->SetLinkType(negated ? fltNone : fltAny);
     else
-        bracket->SetLinkType(sqlBracket.Negative() ? fltNotAll : fltAll);
+        bracket->SetLinkType(negated ? fltNotAll : fltAll);
     const TSQLConditionNodeList &nodes = sqlBracket.Nodes();
     for (int i = 0; i < nodes.Count(); ++i) {
         const TSQLNode *node = nodes.Items(i);

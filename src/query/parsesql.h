@@ -3,7 +3,10 @@
 // select list becomes result columns, the WHERE tree the condition tree. Each
 // parsed condition is matched against the model's predefined conditions and
 // then against its operators' templates; what cannot be matched becomes a row
-// on the model's fallback field and operator, for the user to correct.
+// on the model's fallback field and operator, for the user to correct, and
+// is listed by the query's UnresolvedItems. A NOT is never lost: a negated
+// condition takes a negated operator, or else loads as a bracket of "none of
+// the following" round the operator that reads it without its NOT.
 //
 // One loader serves one ParseSQL call: the lookups it needs for every
 // condition (fields by name, operators longest template first, predefined
@@ -28,6 +31,7 @@ class TNQuery;
 class TSQLBracket;
 class TSQLCondition;
 class TSQLTableList;
+class TSimpleCond;
 
 class TSQLLoader
 {
@@ -43,11 +47,13 @@ public:
     void Load(const QStringList &lines);
 
     // The model's first predefined condition whose SQL text equals the
-    // condition's, letter case and blanks aside; none when no text does.
+    // condition's (a negated condition's in either spelling, "not(a like 'x')"
+    // or "a not like 'x'"), letter case and blanks aside; none when no text does.
     TDSCondition *FindCustomCondition(const TSQLCondition &cond) const;
-    // The operator whose template produced the condition, with the operand
-    // texts it holds; `values` receives a sub-query's saved query. None when
-    // no template fits (a LIKE falls back to "contains" or "startswith").
+    // The operator whose template produced the condition, NOT included, with
+    // the operand texts it holds; `values` receives a sub-query's saved query.
+    // None when no template fits (a LIKE falls back to "contains" or
+    // "startswith", or their negations, where its pattern allows).
     TDSOperator *OperatorBySQLCond(const TSQLCondition &cond, QString &value1, QStringList &values,
                                    QString &value2);
     // Loads one parsed bracket into `bracket`, and its sub-brackets into new
@@ -71,12 +77,26 @@ private:
         // The value placeholders "@1" and "@2" stand between quotes of the
         // template, so that their text is the inside of a string literal.
         bool Quoted[2] = {false, false};
-        // Taken by the LIKE fallback, not by matching the template.
-        bool FallBack = false;
+    };
+    // What one parsed condition was read as.
+    struct TMatch
+    {
+        TDSCondition *Custom = nullptr;
+        const TOperatorEntry *Entry = nullptr;
+        QString Values[2];
+        // The value was the inside of a string literal.
+        bool Literal[2] = {false, false};
+        QStringList SubQuery;
+        // The match is the condition without its NOT: it loads into a bracket
+        // of "none of the following".
+        bool Negate = false;
     };
     TOperatorEntry MakeEntry(TDSOperator *op) const;
-    const TOperatorEntry *MatchOperator(const TSQLCondition &cond, const QString &sqlExpr,
-                                        QString &value1, QStringList &values, QString &value2);
+    // The condition as the model's predefined conditions and templates read
+    // it, NOT included; false when nothing does.
+    bool Match(const TSQLCondition &cond, bool negated, TMatch &match);
+    bool MatchOperator(const TSQLCondition &cond, const QString &text, TMatch &match);
+    bool MatchLikePattern(const TSQLCondition &cond, bool negated, TMatch &match) const;
     TDSCondition *CustomConditionByText(const QString &sqlExpr) const;
     // The lookup keys: FieldByName's mode 3 ignores letter case and the quote
     // symbols; predefined conditions compare in lower case without blanks.
@@ -84,8 +104,10 @@ private:
     static QString ConditionKey(const QString &text);
 
     void LoadResultFields(const TNParserResult &result);
+    void LoadMainTable(const TSQLTableList &tables);
     void LoadCondition(TFilterBracket *bracket, const TSQLCondition &cond,
                        const TSQLTableList &tables);
+    void LoadValues(TSimpleCond *cond, const TOperatorEntry &entry, TMatch &match);
 
     TNQuery &FQuery;
     TNCustomDBStructure &FModel;
@@ -97,7 +119,10 @@ private:
     QHash<QString, TDSField *> FFieldsByFullName;
     QHash<QString, TDSCondition *> FConditionsByText;
     std::vector<TOperatorEntry> FOperators;   // longest template first
-    TOperatorEntry FLikeFallback;
+    // What a LIKE no template fits is read as, by the shape of its pattern
+    // ("%x%" or "x%"), plain and negated.
+    TOperatorEntry FContains[2];
+    TOperatorEntry FStartsWith[2];
     TOperatorEntry FUnrecognized;
 };
 

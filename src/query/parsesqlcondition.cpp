@@ -1,10 +1,12 @@
 // One parsed condition becomes one row: a predefined condition when its text
 // is one, else a simple condition on the field named on its left with the
 // operator whose template its text fits, and the values that fit into the
-// template's placeholders.
+// template's placeholders. A negated condition is matched with its NOT; when
+// only its un-negated text fits, the row goes into a "none of" bracket.
 #include "query/parsesql.h"
 
 #include "model/dbstructure.h"
+#include "model/valueeditors.h"
 #include "query/query.h"
 #include "query/sqldatevalue.h"
 #include "query/sqlparam.h"
@@ -24,34 +26,49 @@ struct TRewritePair
 {
     const char16_t *Pattern;
     const char16_t *Replacement;
+    // The replacement for a value that stood outside quotes (a number, a
+    // parameter), which must not become a string literal.
+    const char16_t *BareReplacement;
     // A character the text must hold for the pattern to fit: spares the
     // matcher for nearly every condition.
     bool (*MayFit)(const QString &text);
 };
 constexpr TRewritePair RewritePairs[] = {
-    {u"@f != '@1'", u"@f <> '@1'", [](const QString &text) { return text.contains(QLatin1Char('!')); }},
-    {u"not(@f = '@1')", u"@f <> '@1'",
+    {u"@f != '@1'", u"@f <> '@1'", u"@f <> @1",
+     [](const QString &text) { return text.contains(QLatin1Char('!')); }},
+    {u"not(@f = '@1')", u"@f <> '@1'", u"@f <> @1",
      [](const QString &text) { return text.startsWith(QLatin1Char('n'), Qt::CaseInsensitive); }},
 };
 
-// The condition's text as TSQLCondition::SQLExpr gives it, made in one piece.
-QString ConditionText(const TSQLCondition &cond)
+// The condition's text without any NOT: "left op right".
+QString PlainText(const TSQLCondition &cond)
 {
     const QString left = cond.LeftExpr();
     const QString operation = cond.Operation();
     const QString right = cond.RightExpr();
     QString text;
-    text.reserve(left.size() + operation.size() + right.size() + 7);
-    if (cond.Negative())
-        text += QLatin1String("not(");
+    text.reserve(left.size() + operation.size() + right.size() + 2);
     text += left;
     text += QLatin1Char(' ');
     text += operation;
     text += QLatin1Char(' ');
     text += right;
-    if (cond.Negative())
-        text += QLatin1Char(')');
     return text;
+}
+
+// A negated condition in its two spellings: the NOT round the whole
+// ("not(a like 'x')"), and the NOT inside it ("a not like 'x'",
+// "a is not null").
+QString WrappedText(const QString &plain)
+{
+    return QStringLiteral("not(") + plain + QLatin1Char(')');
+}
+
+QString InnerText(const TSQLCondition &cond)
+{
+    if (cond.Operation() == QLatin1String("is"))
+        return cond.LeftExpr() + QStringLiteral(" is not ") + cond.RightExpr();
+    return cond.LeftExpr() + QStringLiteral(" not ") + cond.Operation() + QLatin1Char(' ') + cond.RightExpr();
 }
 
 inline bool IsBlank(QChar c)
@@ -75,6 +92,86 @@ bool SameIgnoringBlanks(QStringView a, QStringView b)
         if (a[i++] != b[j++])
             return false;
     }
+}
+
+// The inside of a string literal, its doubled quotes made single.
+QString Undoubled(QStringView inside)
+{
+    QString text = inside.toString();
+    return text.replace(QStringLiteral("''"), QStringLiteral("'"));
+}
+
+// Whether `text` (blanks aside) is exactly one string literal; `inside`
+// then receives its text.
+bool ReadLiteral(QStringView text, QString &inside)
+{
+    text = text.trimmed();
+    if (text.size() < 2 || text.front() != u'\'')
+        return false;
+    const qsizetype last = text.size() - 1;
+    for (qsizetype i = 1; i <= last; ++i) {
+        if (text[i] != u'\'')
+            continue;
+        if (i == last) {
+            inside = Undoubled(text.sliced(1, last - 1));
+            return true;
+        }
+        if (text[i + 1] != u'\'')
+            return false;   // the literal ends before the text does
+        ++i;
+    }
+    return false;
+}
+
+// The items of an SQL list ("'a b', 'O''Brien', 5") as the query keeps them:
+// literals without their quotes, anything else as written.
+QStringList SqlListItems(QStringView text)
+{
+    QStringList items;
+    if (text.trimmed().isEmpty())
+        return items;
+    int depth = 0;
+    QChar quote;
+    bool quoted = false;
+    qsizetype start = 0;
+    const auto take = [&](qsizetype end) {
+        const QStringView item = text.sliced(start, end - start).trimmed();
+        QString inside;
+        items << (ReadLiteral(item, inside) ? inside : item.toString());
+        start = end + 1;
+    };
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (quoted) {
+            quoted = c != quote;   // a doubled quote closes and opens again
+        } else if (c == QLatin1Char('\'') || c == QLatin1Char('"')) {
+            quote = c;
+            quoted = true;
+        } else if (c == QLatin1Char('(')) {
+            ++depth;
+        } else if (c == QLatin1Char(')')) {
+            --depth;
+        } else if (c == QLatin1Char(',') && depth == 0) {
+            take(i);
+        }
+    }
+    take(text.size());
+    return items;
+}
+
+// A list value's caption: the items as a list editor shows them.
+QString ListCaption(const TSimpleCond &cond, const QStringList &items)
+{
+    const TDSField *field = cond.Field();
+    const auto *list = field ? dynamic_cast<const TDSListEditor *>(field->ValueEditor()) : nullptr;
+    if (!list)
+        return ListToCommaText(items);
+    QStringList captions;
+    for (const QString &item : items) {
+        const qsizetype at = list->Values().indexOf(item);
+        captions << (at >= 0 && at < list->Items().size() ? list->Items()[at] : item);
+    }
+    return ListToCommaText(captions);
 }
 
 } // namespace
@@ -116,26 +213,53 @@ TDSCondition *TSQLLoader::CustomConditionByText(const QString &sqlExpr) const
 
 TDSCondition *TSQLLoader::FindCustomCondition(const TSQLCondition &cond) const
 {
-    return CustomConditionByText(ConditionText(cond));
+    const QString plain = PlainText(cond);
+    if (cond.Negative() == cond.InnerNegative())
+        return CustomConditionByText(plain);
+    if (TDSCondition *found = CustomConditionByText(WrappedText(plain)))
+        return found;
+    return CustomConditionByText(InnerText(cond));
 }
 
 TDSOperator *TSQLLoader::OperatorBySQLCond(const TSQLCondition &cond, QString &value1,
                                            QStringList &values, QString &value2)
 {
-    const TOperatorEntry *entry = MatchOperator(cond, ConditionText(cond), value1, values, value2);
-    return entry ? entry->Op : nullptr;
+    TMatch match;
+    const bool negated = cond.Negative() != cond.InnerNegative();
+    const QString plain = PlainText(cond);
+    const bool found = negated ? MatchOperator(cond, WrappedText(plain), match)
+                                     || MatchOperator(cond, InnerText(cond), match)
+                                     || MatchLikePattern(cond, true, match)
+                               : MatchOperator(cond, plain, match) || MatchLikePattern(cond, false, match);
+    if (!found)
+        return nullptr;
+    value1 = match.Values[0];
+    value2 = match.Values[1];
+    values = match.SubQuery;
+    return match.Entry->Op;
 }
 
-const TSQLLoader::TOperatorEntry *TSQLLoader::MatchOperator(const TSQLCondition &cond,
-                                                            const QString &sqlExpr,
-                                                            QString &value1, QStringList &values,
-                                                            QString &value2)
+bool TSQLLoader::Match(const TSQLCondition &cond, bool negated, TMatch &match)
+{
+    const QString plain = PlainText(cond);
+    const QString texts[2] = {negated ? WrappedText(plain) : plain, negated ? InnerText(cond) : QString()};
+    const int count = negated ? 2 : 1;
+    for (int i = 0; i < count; ++i)
+        if ((match.Custom = CustomConditionByText(texts[i])))
+            return true;
+    for (int i = 0; i < count; ++i)
+        if (MatchOperator(cond, texts[i], match))
+            return true;
+    return MatchLikePattern(cond, negated, match);
+}
+
+bool TSQLLoader::MatchOperator(const TSQLCondition &cond, const QString &sqlExpr, TMatch &match)
 {
     QString text = sqlExpr;
     TTemplateVars vars;
     for (const TRewritePair &pair : RewritePairs)
         if (pair.MayFit(text) && MatchSQLTemplate(QStringView(pair.Pattern), text, vars))
-            text = FillSQLTemplate(QStringView(pair.Replacement), vars);
+            text = FillSQLTemplate(QStringView(vars.V1Literal ? pair.Replacement : pair.BareReplacement), vars);
 
     const bool subQuery = cond.ContainsSubQuery();
     const QString leftExpr = cond.LeftExpr();
@@ -145,25 +269,58 @@ const TSQLLoader::TOperatorEntry *TSQLLoader::MatchOperator(const TSQLCondition 
             continue;
         if (!MatchSQLTemplate(entry.Template, text, vars) || !SameIgnoringBlanks(vars.F, leftExpr))
             continue;
-        value1 = vars.V1.toString();
-        value2 = vars.V2.toString();
+        match.Entry = &entry;
+        match.Literal[0] = vars.V1Literal;
+        match.Literal[1] = vars.V2Literal;
+        match.Values[0] = vars.V1Literal ? Undoubled(vars.V1) : vars.V1.toString();
+        match.Values[1] = vars.V2Literal ? Undoubled(vars.V2) : vars.V2.toString();
         if (subQueryOperator)
-            ProcessSubQuery(value1, values, value1);
-        return &entry;
+            ProcessSubQuery(match.Values[0], match.SubQuery, match.Values[0]);
+        return true;
     }
-    if (FLikeFallback.Op && cond.Operation() == QLatin1String("like")) {
-        value1 = cond.RightExpr();
-        return &FLikeFallback;
+    return false;
+}
+
+// A LIKE pattern no template fits is still read where an operator keeps its
+// meaning: "%x%" by "contains" (x may hold wildcards of its own), anything
+// else that ends in "%" by "starts with". Other patterns ("%son", "J_n")
+// have no operator and are not loaded.
+bool TSQLLoader::MatchLikePattern(const TSQLCondition &cond, bool negated, TMatch &match) const
+{
+    QString pattern;
+    if (cond.Operation() != QLatin1String("like") || !ReadLiteral(cond.RightExpr(), pattern)
+        || !pattern.endsWith(QLatin1Char('%')))
+        return false;
+    const TOperatorEntry &contains = FContains[negated ? 1 : 0];
+    const TOperatorEntry &startsWith = FStartsWith[negated ? 1 : 0];
+    if (contains.Op && pattern.size() >= 2 && pattern.startsWith(QLatin1Char('%'))) {
+        match.Entry = &contains;
+        match.Values[0] = pattern.mid(1, pattern.size() - 2);
+    } else if (startsWith.Op) {
+        match.Entry = &startsWith;
+        match.Values[0] = pattern.chopped(1);
+    } else {
+        return false;
     }
-    return nullptr;
+    match.Literal[0] = true;
+    return true;
 }
 
 void TSQLLoader::LoadCondition(TFilterBracket *bracket, const TSQLCondition &sqlCond,
                                const TSQLTableList &tables)
 {
-    const QString sqlExpr = ConditionText(sqlCond);
-    if (TDSCondition *custom = CustomConditionByText(sqlExpr)) {
-        bracket->AddCustomCond(custom);
+    const bool negated = sqlCond.Negative() != sqlCond.InnerNegative();
+    TMatch match;
+    if (!Match(sqlCond, negated, match) && negated) {
+        match = TMatch();
+        match.Negate = Match(sqlCond, false, match);
+    }
+    if (match.Negate) {
+        bracket = bracket->AddNewBracket();
+        bracket->SetLinkType(fltNone);
+    }
+    if (match.Custom) {
+        bracket->AddCustomCond(match.Custom);
         return;
     }
     TSimpleCond *cond = bracket->AddCond();
@@ -173,27 +330,41 @@ void TSQLLoader::LoadCondition(TFilterBracket *bracket, const TSQLCondition &sql
     TDSField *field = FieldBySQLName(name);
     if (!field)
         field = FModel.UnrecognizedField();
-
-    QString values[2];
-    QStringList subQuery;
-    const TOperatorEntry *entry = MatchOperator(sqlCond, sqlExpr, values[0], subQuery, values[1]);
-    if (!entry)
-        entry = &FUnrecognized;
-    TDSOperator *op = entry->Op;
+    const TOperatorEntry &entry = match.Entry ? *match.Entry : FUnrecognized;
     cond->SetField(field);
-    cond->SetOperator(op);
-
-    const bool isParam[2] = {values[0].startsWith(QLatin1Char(':')),
-                             values[1].startsWith(QLatin1Char(':'))};
-    const QString paramNames[2] = {values[0].mid(1), values[1].mid(1)};
-    if (IsDateType(cond->GetExprType())) {
-        for (int i = 0; i < 2; ++i)
-            values[i] = !isParam[i] && entry->ParamCount > i
-                            ? ProcessSQLDateValue(cond->GetValueType(i + 1), values[i])
-                            : QString();
+    cond->SetOperator(entry.Op);
+    if (!match.Entry || field == FModel.UnrecognizedField()) {
+        const QString plain = PlainText(sqlCond);
+        FQuery.SetRowSource(cond, !negated ? plain : sqlCond.Negative() ? WrappedText(plain) : InnerText(sqlCond));
     }
-    if (!isParam[0] && op->ValueKind() == vkList)
-        values[0].replace(QLatin1Char('\''), QLatin1Char('"'));
+    LoadValues(cond, entry, match);
+}
+
+void TSQLLoader::LoadValues(TSimpleCond *cond, const TOperatorEntry &entry, TMatch &match)
+{
+    QString *values = match.Values;
+    TDSOperator *op = entry.Op;
+    // A parameter stands outside quotes; ':x' is text.
+    const bool isParam[2] = {!match.Literal[0] && values[0].startsWith(QLatin1Char(':')),
+                             !match.Literal[1] && values[1].startsWith(QLatin1Char(':'))};
+    const QString paramNames[2] = {values[0].mid(1), values[1].mid(1)};
+    const bool list = op->ValueKind() == vkList && !isParam[0];
+    QStringList items;
+    if (list)
+        items = SqlListItems(values[0]);
+    if (IsDateType(cond->GetExprType())) {
+        for (int i = 0; i < 2; ++i) {
+            if (isParam[i] || entry.ParamCount <= i)
+                values[i].clear();
+            else if (i == 0 && list)
+                for (QString &item : items)
+                    item = ProcessSQLDateValue(cond->GetValueType(1), item);
+            else
+                values[i] = ProcessSQLDateValue(cond->GetValueType(i + 1), values[i]);
+        }
+    }
+    if (list)
+        values[0] = ListToCommaText(items);
     for (int i = 0; i < 2; ++i) {
         const int index = i + 1;
         if (isParam[i]) {
@@ -205,16 +376,14 @@ void TSQLLoader::LoadCondition(TFilterBracket *bracket, const TSQLCondition &sql
                 param->SetParamName(paramNames[i]);
             continue;
         }
-        // A literal doubles the quotes it holds; the value keeps them single.
-        if (entry->Quoted[i] && !entry->FallBack && op->ValueKind() == vkScalar
-            && IsStringType(cond->GetValueType(index)))
-            values[i].replace(QStringLiteral("''"), QStringLiteral("'"));
         cond->SetValue(index, values[i]);
-        if (index > entry->ParamCount)
+        if (index > entry.ParamCount)
             cond->SetValueCaption(index, QString());
     }
-    cond->SetSubQuery(subQuery);
-    if (!subQuery.isEmpty()) {
+    if (list)
+        cond->SetValueCaption(1, ListCaption(*cond, items));
+    cond->SetSubQuery(match.SubQuery);
+    if (!match.SubQuery.isEmpty()) {
         cond->SetSubQueryOptions(FQuery.SQLOptions());
         cond->SetValueHint(1, values[0]);
     }

@@ -61,6 +61,10 @@ void TSQLLoader::ProcessSubQuery(const QString &text, QStringList &values, QStri
     std::unique_ptr<TNQuery> hidden = MakeHiddenQuery(FQuery);
     const QString statement = WithoutEnclosingBrackets(text);
     hidden->ParseSQL(QStringList{statement});
+    // What the sub-query leaves out, the whole statement leaves out.
+    for (const TUnresolvedItem &item : hidden->UnresolvedItems())
+        FQuery.AddLoadProblem(item.Kind, item.Source.isEmpty() ? QStringLiteral("in a sub-query")
+                                                               : QStringLiteral("in a sub-query: ") + item.Source);
     hidden->SaveToStrings(values);
     try {
         sqlText = BuiltStatement(*hidden);

@@ -58,6 +58,11 @@ TNQuery::TNQuery(QObject *parent)
     FFilter = std::make_unique<TFilterBracket>(this);
     SQLOptionsChanged();
     FTitles.OnChange = [this] { TitlesChanged(); };
+    FModelWatch.OnDeleting = [this](const TModelChange &entity) { DropModelEntity(entity, false); };
+    FModelWatch.OnDestroyed = [this] {
+        for (TModelChangeKind kind : {mckTables, mckLinks, mckFields, mckOperators, mckConditions})
+            DropModelEntity({kind, nullptr}, true);
+    };
 }
 
 TNQuery::~TNQuery()
@@ -73,6 +78,7 @@ void TNQuery::SetDBStruct(TNCustomDBStructure *value)
     if (FDBStruct == value)
         return;
     FDBStruct = value;
+    FModelWatch.Watch(value);
     RFields().SetDBStruct(value);
 }
 
@@ -173,6 +179,17 @@ void TNQuery::RowInserted(TFilterRow *row)
 
 void TNQuery::RowRemoving(TFilterRow *row)
 {
+    if (!FRowSources.isEmpty()) {
+        std::vector<const TFilterRow *> pending{row};
+        while (!pending.empty()) {
+            const TFilterRow *next = pending.back();
+            pending.pop_back();
+            FRowSources.remove(next);
+            if (next->IsBracket())
+                for (const auto &child : static_cast<const TFilterBracket *>(next)->Rows())
+                    pending.push_back(child.get());
+        }
+    }
     if (FUpdating == 0 && !FDestroying)
         FObservers.Notify([row](TNQueryObserver *observer) { observer->RowRemoved(row); });
     InvalidateNumbers();
@@ -321,6 +338,8 @@ void TNQuery::ClearAll()
     FQueryName.clear();
     FDescription.clear();
     FUserData.clear();
+    FRowSources.clear();
+    FLoadProblems.clear();
 }
 
 // --- TNQuery: building ----------------------------------------------------------------------

@@ -6,12 +6,15 @@
 #include "model/dbstructure.h"
 #include "query/filtercond.h"
 #include "query/filterrow.h"
+#include "query/modelwatch.h"
 #include "query/queryresult.h"
 #include "query/sqlsyntax.h"
 #include "query/tablefilter.h"
 #include "query/titles.h"
+#include "query/unresolved.h"
 #include "support/observerlist.h"
 
+#include <QHash>
 #include <QObject>
 #include <QPointer>
 #include <QString>
@@ -107,6 +110,10 @@ public:
 
     // --- the model -------------------------------------------------------
     TNCustomDBStructure *DBStruct() const { return FDBStruct; }
+    // The query follows the model: before a model entity is freed, conditions
+    // that use it fall back to the model's unrecognized placeholders (keeping
+    // their values), result columns that use a freed field are removed, and
+    // table filters and the last build's tables let go of it.
     void SetDBStruct(TNCustomDBStructure *value);
     // ENQueryPanelError "DBStruct is not specified" without a model.
     void CheckIfDBStructAssigned() const;
@@ -252,12 +259,25 @@ public:
 
     // --- reading SQL -------------------------------------------------------------
     // Replaces the query by the SELECT statement in `lines`: its select list
-    // becomes the result columns, its WHERE clause the condition tree.
-    // ESQLParserError for a statement the parser cannot read; on any failure
-    // the query is left empty and usable.
+    // becomes the result columns, its WHERE clause the condition tree, its
+    // first FROM table (where the model knows it) the main table. What the
+    // model cannot read is listed by UnresolvedItems. ESQLParserError for a
+    // statement the parser cannot read; on any failure the query is left
+    // empty and usable.
     void ParseSQL(const QStringList &lines);
     // The statement of a sub-query saved in a condition (its SubQuery lines).
     void GetSubQueryText(const QStringList &values, QStringList &lines) const;
+
+    // --- what the model cannot resolve (unresolved.cpp) --------------------------
+    // Conditions in display order (disabled ones too), then result columns,
+    // then what the last load found missing in the text as a whole. Empty
+    // when the query builds exactly what it holds.
+    std::vector<TUnresolvedItem> UnresolvedItems() const;
+    // For the loaders: what an unresolved row was read from, and a part of the
+    // loaded text the query could not take over. Both last until the query
+    // is cleared.
+    void SetRowSource(const TFilterRow *row, const QString &source);
+    void AddLoadProblem(TUnresolvedItem::TKind kind, const QString &source);
 
     // --- events ----------------------------------------------------------------
     std::function<void(TFilterCond *condition, QString &text)> OnBuildSQL;
@@ -283,6 +303,8 @@ private:
     void EnsureNumbers() const;
     TSimpleCond *InitializeNewCondition(TSimpleCond *condition, TDSField *field);
     TFilterBracket *FinishNewBracket(TFilterBracket *added);
+    // `modelGone`: the model itself goes, so no placeholder is left either.
+    void DropModelEntity(const TModelChange &entity, bool modelGone);
 
     // Declared before the tree: conditions hand their parameters back to the
     // result when the tree is freed.
@@ -322,8 +344,13 @@ private:
     std::vector<TNQueryPanelLink *> FLinks;
     TObserverList<TNQueryObserver> FObservers;
 
+    QHash<const TFilterRow *, QString> FRowSources;
+    std::vector<std::pair<TUnresolvedItem::TKind, QString>> FLoadProblems;
+
     mutable bool FNumbersValid = false;
     mutable std::vector<TFilterRow *> FRowsByNum;
+
+    TModelWatch FModelWatch;
 
     // Last: it leaves its store before anything else of the query goes.
     std::unique_ptr<TNQPBaseLink> FBaseLink;

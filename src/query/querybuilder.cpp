@@ -215,8 +215,12 @@ void TQueryBuilder::SortingAndGrouping()
 void TQueryBuilder::Flush(bool having)
 {
     for (const TToken &token : FPending) {
-        if (having)
-            FResult.SetHavingText(FResult.HavingText() + token.Text);
+        if (having) {
+            // HAVING is one line: an opener after a link word needs its blank.
+            const QString &sofar = FResult.HavingText();
+            const bool afterWord = token.Kind == tkOpen && !sofar.isEmpty() && sofar.back().isLetter();
+            FResult.SetHavingText(sofar + (afterWord ? QStringLiteral(" ") : QString()) + token.Text);
+        }
         else if (token.Kind == tkOpen || FResult.WhereLines().isEmpty())
             FResult.WhereLines().append(token.Text);
         else

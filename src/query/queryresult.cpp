@@ -11,11 +11,30 @@
 #include "support/exception.h"
 #include "support/nstrings.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
 
 namespace vm20 {
 
 namespace {
+
+// TOP and LIMIT come from the host's options, not from the model: only row
+// counts in the forms the dialects know may pass, or they could add columns
+// or statements.
+QString CheckedRowCount(const QString &clause, bool top)
+{
+    static const QRegularExpression topForm(
+        QStringLiteral(R"(^\s*(\d+|\(\s*\d+\s*\))(\s+PERCENT)?(\s+WITH\s+TIES)?\s*$)"),
+        QRegularExpression::CaseInsensitiveOption);
+    static const QRegularExpression limitForm(QStringLiteral(R"(^\s*\d+\s*((,|\bOFFSET\b)\s*\d+\s*)?$)"),
+                                              QRegularExpression::CaseInsensitiveOption);
+    if (!(top ? topForm : limitForm).match(clause).hasMatch())
+        throw EConvertError(Format(top ? QStringLiteral("'%s' is not a valid TOP clause")
+                                       : QStringLiteral("'%s' is not a valid LIMIT clause"),
+                                   {clause}));
+    return clause;
+}
 
 const QString CRLF = QStringLiteral("\r\n");
 const QString FromIndent = QStringLiteral("     ");
@@ -146,7 +165,7 @@ QString TQueryResult::GetSelectClause()
                                                          : QStringLiteral("SELECT ");
     const QString top = FQuery ? FQuery->SQLTopClause() : QString();
     if (!top.isEmpty())
-        text += QStringLiteral(" TOP ") + top + QLatin1Char(' ');
+        text += QStringLiteral(" TOP ") + CheckedRowCount(top, true) + QLatin1Char(' ');
     if (!FRFields.JustSorting() && FRFields.Count() > 0) {
         QStringList columns;
         columns.reserve(FRFields.Count());
@@ -256,7 +275,7 @@ const QStringList &TQueryResult::GetSQL()
         FSQLLines.append(QStringLiteral("ORDER BY ") + FOrderByText);
     const QString limit = FQuery ? FQuery->SQLLimitClause() : QString();
     if (!limit.isEmpty())
-        FSQLLines.append(QStringLiteral("LIMIT ") + limit);
+        FSQLLines.append(QStringLiteral("LIMIT ") + CheckedRowCount(limit, false));
     return FSQLLines;
 }
 

@@ -41,7 +41,7 @@ public:
             FQuery.Description() = FValues;
         if (ReadSection(QStringLiteral("UserData")))
             FQuery.UserData() = FValues;
-        FPos = FQuery.RFields().LoadFromStrings(FLines, FPos);
+        ReadResultFields();
         ReadRows();
     }
 
@@ -95,15 +95,42 @@ private:
         FPos = main;
     }
 
+    // A text cut short would otherwise load as a query without its columns
+    // or conditions: the query lists what is missing.
+    void Incomplete(const QString &what) { FQuery.AddLoadProblem(TUnresolvedItem::ukQueryText, what); }
+
     void ReadMain()
     {
-        ReadSection(QStringLiteral("Main"));
+        if (!ReadSection(QStringLiteral("Main")))
+            Incomplete(QStringLiteral("no [Main] section"));
         FQuery.SetQueryName(Value(QStringLiteral("QueryName")));
         FVersion = XStrToFloat(Value(QStringLiteral("Version")), 1.1);
         FQuery.SetVersion(FVersion);
         const QString options = Value(QStringLiteral("Options"));
         if (FQuery.SaveSQLOptions() && !options.isEmpty())
             FQuery.SetSQLOptions(IntToSQLOptions(StrToInt(options)));
+        // Written only for a main table other than the model's default; texts
+        // without it keep the query's own setting.
+        const QString mainTable = Value(QStringLiteral("MainTable"));
+        if (mainTable.isEmpty())
+            return;
+        const TDSTable *table = FModel.TableByName(3, mainTable);
+        if (!table)
+            table = FModel.TableByName(0, mainTable);
+        if (table)
+            FQuery.SetMainTableName(table->CompoundName());
+        else
+            FQuery.AddLoadProblem(TUnresolvedItem::ukTable, QStringLiteral("MainTable=") + mainTable);
+    }
+
+    void ReadResultFields()
+    {
+        QStringList header;
+        const bool present = XReadSLSectionValues(FPos, FLines, QStringLiteral("RFields"), header) >= 0;
+        FPos = FQuery.RFields().LoadFromStrings(FLines, FPos);
+        const int count = XStrToInt(ValueOf(header, QStringLiteral("Count")));
+        if (present && FQuery.RFields().Count() < count)
+            Incomplete(QStringLiteral("%1 of %2 result columns").arg(FQuery.RFields().Count()).arg(count));
     }
 
     TBracketFrame ReadBracket(TFilterBracket *bracket, const QString &id)
@@ -120,8 +147,10 @@ private:
     // Depth first with an explicit stack, as the rows were written.
     void ReadRows()
     {
-        if (!ReadSection(QStringLiteral("Row")))
+        if (!ReadSection(QStringLiteral("Row"))) {
+            Incomplete(QStringLiteral("no [Row] section"));
             return;
+        }
         const QString rootType = Value(QStringLiteral("RowType"));
         if (StrToInt(rootType) != frtBracket)
             InvalidValue("RowType", rootType);
@@ -146,10 +175,14 @@ private:
             case frtSimpleCondition:
                 ReadCondition(ReadSimpleCond(top.bracket));
                 break;
-            case frtCustomCondition:
-                ReadCondition(top.bracket->AddCustomCond(
-                    FModel.ConditionByID(StrictInt(QStringLiteral("CondID")))));
+            case frtCustomCondition: {
+                TDSCondition *model = FModel.ConditionByID(StrictInt(QStringLiteral("CondID")));
+                TCustomCond *condition = top.bracket->AddCustomCond(model);
+                if (!model)
+                    FQuery.SetRowSource(condition, QStringLiteral("CondID=") + Value(QStringLiteral("CondID")));
+                ReadCondition(condition);
                 break;
+            }
             default:
                 InvalidValue("RowType", typeText);
             }
@@ -160,12 +193,21 @@ private:
     {
         TSimpleCond *condition = bracket->AddCond();
         TDSField *field = nullptr;
+        const QString fieldKey = FVersion < 2.0 ? QStringLiteral("FldName") : QStringLiteral("FieldID");
         if (FVersion < 2.0)
-            field = FModel.FieldByName(FVersion < 1.4 ? 2 : 3, Value(QStringLiteral("FldName")));
+            field = FModel.FieldByName(FVersion < 1.4 ? 2 : 3, Value(fieldKey));
         else
-            field = FModel.FieldByID(XStrToInt(Value(QStringLiteral("FieldID"))));
+            field = FModel.FieldByID(XStrToInt(Value(fieldKey)));
         condition->SetField(field);
-        condition->SetOperator(FModel.OperatorByName(Value(QStringLiteral("Operator"))));
+        TDSOperator *op = FModel.OperatorByName(Value(QStringLiteral("Operator")));
+        condition->SetOperator(op);
+        QStringList missing;
+        if (!field)
+            missing << fieldKey + QLatin1Char('=') + Value(fieldKey);
+        if (!op)
+            missing << QStringLiteral("Operator=") + Value(QStringLiteral("Operator"));
+        if (!missing.isEmpty())
+            FQuery.SetRowSource(condition, missing.join(QStringLiteral(", ")));
         return condition;
     }
 

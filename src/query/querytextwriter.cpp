@@ -6,6 +6,7 @@
 #include "model/dscondition.h"
 #include "model/dsfield.h"
 #include "model/dsoperator.h"
+#include "model/dstable.h"
 #include "query/querytextfile.h"
 #include "query/valueformat.h"
 #include "support/nstrings.h"
@@ -196,8 +197,14 @@ void TNQuery::SaveToStrings(QStringList &lines)
         lines << FTitles.Lines() << QString();
     lines << QStringLiteral("[Main]") << TKey("QueryName")(FQueryName)
           << TKey("Version")(XFloatToStr(QueryTextVersion))
-          << TKey("Options")(FSaveSQLOptions ? QString::number(SQLOptionsToInt(FSQLOptions)) : QString())
-          << QString();
+          << TKey("Options")(FSaveSQLOptions ? QString::number(SQLOptionsToInt(FSQLOptions)) : QString());
+    // A main table other than the model's default (one read from a FROM
+    // clause) is kept; older readers skip the key and use the default.
+    const TDSTable *main = FDBStruct && !FMainTableName.isEmpty() ? FDBStruct->TableByName(3, FMainTableName)
+                                                                   : nullptr;
+    if (main && main != FDBStruct->DefaultMainTable())
+        lines << TKey("MainTable")(main->CompoundName());
+    lines << QString();
     lines << QStringLiteral("[Description]") << FDescription << QString();
     lines << QStringLiteral("[UserData]") << FUserData << QString();
     RFields().SaveToStrings(lines);

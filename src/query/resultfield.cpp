@@ -2,8 +2,12 @@
 
 #include "model/dbstructure.h"
 #include "model/sqlformats.h"
+#include "model/sqlnames.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
+
+#include <algorithm>
+#include <utility>
 
 namespace vm20 {
 
@@ -101,8 +105,10 @@ QChar TResultField::GetQuoteSymbol(int which) const
 
 QString TResultField::GetSQLAlias() const
 {
-    if (FRFList && FRFList->QuoteAliases())
-        return GetQuoteSymbol(1) + FAlias + GetQuoteSymbol(2);
+    // A caption may hold anything: an alias that is not one plain name is
+    // quoted even when aliases are not, or it would end the column early.
+    if ((FRFList && FRFList->QuoteAliases()) || !IsPlainSQLName(FAlias))
+        return QuotedSQLName(FAlias, GetQuoteSymbol(1), GetQuoteSymbol(2));
     return FAlias;
 }
 
@@ -122,7 +128,7 @@ QString TResultField::GetOrderName() const
         return QString::number(FNumber);
     if (FDSFields.Count() == 1 && FDSFields.Items(0) && FDSFields.Items(0)->FieldName() == FAlias)
         return GetSQLExpr();
-    return FAlias;
+    return GetSQLAlias();
 }
 
 bool TResultField::GetAgregate() const
@@ -178,6 +184,29 @@ void TResultField::Assign(const TResultField &source)
 TRFieldList::TRFieldList(TNCustomDBStructure *dbStruct)
     : FDBStruct(dbStruct)
 {
+    FModelWatch.OnDeleting = [this](const TModelChange &entity) { DropModelFields(entity); };
+    FModelWatch.OnDestroyed = [this] { DropModelFields({mckFields, nullptr}); };
+    FModelWatch.Watch(dbStruct);
+}
+
+void TRFieldList::SetDBStruct(TNCustomDBStructure *value)
+{
+    FDBStruct = value;
+    FModelWatch.Watch(value);
+}
+
+void TRFieldList::DropModelFields(const TModelChange &entity)
+{
+    if (entity.Kind != mckFields)
+        return;
+    for (int i = Count() - 1; i >= 0; --i) {
+        const std::vector<TDSField *> &fields = FItems[std::size_t(i)]->DSFields().Fields();
+        const bool uses = entity.Entity
+            ? std::find(fields.begin(), fields.end(), entity.Entity) != fields.end()
+            : !fields.empty();
+        if (uses)
+            Delete(i);
+    }
 }
 
 TRFieldList::~TRFieldList() = default;
@@ -212,9 +241,7 @@ std::unique_ptr<TResultField> TRFieldList::CreateRField()
 
 TResultField *TRFieldList::New()
 {
-    FItems.push_back(CreateRField());
-    RFieldChanged(FItems.back().get());
-    return FItems.back().get();
+    return InsertMade(Count(), CreateRField());
 }
 
 TResultField *TRFieldList::Add(const QString &caption, const std::vector<TDSField *> &fields,
@@ -228,6 +255,13 @@ TResultField *TRFieldList::Insert(int index, const QString &caption,
 {
     if (index < 0 || index > Count())
         throw EListError::IndexOutOfBounds(index);
+    return InsertMade(index, MakeField(caption, fields, formula));
+}
+
+std::unique_ptr<TResultField> TRFieldList::MakeField(const QString &caption,
+                                                     const std::vector<TDSField *> &fields,
+                                                     const QString &formula)
+{
     auto field = CreateRField();
     for (TDSField *f : fields)
         field->DSFields().Add(f);
@@ -237,13 +271,31 @@ TResultField *TRFieldList::Insert(int index, const QString &caption,
         text = fields.size() == 1 && fields.front() && field->FFormula == QLatin1String("@1")
                    ? fields.front()->DisplayName() : field->GetSQLExpr();
     field->FCaption = text;
+    field->GenerateAlias();
+    return field;
+}
+
+TResultField *TRFieldList::InsertMade(int index, std::unique_ptr<TResultField> field)
+{
     TResultField *raw = field.get();
     FItems.insert(FItems.begin() + index, std::move(field));
-    BeginUpdate();
-    raw->GenerateAlias();
-    EndUpdate();
-    RFieldChanged(raw);
+    Signal([index](TRFieldListObserver *observer) { observer->FieldInserted(index); });
     return raw;
+}
+
+TResultField *TRFieldList::NewResultField()
+{
+    TDSField *field = FDBStruct ? FDBStruct->GetFirstResultField() : nullptr;
+    if (!field)
+        return New();
+    return Add(field->DisplayName(), {field}, QStringLiteral("@1"));
+}
+
+void TRFieldList::RefreshSortOrder()
+{
+    int order = 0;
+    for (auto &field : FItems)
+        field->SetSortOrder(field->Sorting() == stNoSort ? 0 : ++order);
 }
 
 TResultField *TRFieldList::AddByExpression(const QString &caption, const QString &expression,
@@ -275,8 +327,19 @@ void TRFieldList::Delete(int index)
 {
     if (index < 0 || index >= Count())
         throw EListError::IndexOutOfBounds(index);
-    FItems.erase(FItems.begin() + index);
-    RFieldChanged(nullptr);
+    if (FUpdating > 0) {
+        FResetPending = true;
+        FItems.erase(FItems.begin() + index);
+        return;
+    }
+    const TResultField *going = FItems[std::size_t(index)].get();
+    FObservers.Notify([index](TRFieldListObserver *observer) { observer->FieldRemoving(index); });
+    // A listener may have changed the list while it was told.
+    const int at = IndexOf(going);
+    if (at >= 0)
+        FItems.erase(FItems.begin() + at);
+    if (OnChange)
+        OnChange(this);
 }
 
 void TRFieldList::Move(int from, int to)
@@ -290,7 +353,7 @@ void TRFieldList::Move(int from, int to)
     auto item = std::move(FItems[std::size_t(from)]);
     FItems.erase(FItems.begin() + from);
     FItems.insert(FItems.begin() + to, std::move(item));
-    RFieldChanged(nullptr);
+    Signal([from, to](TRFieldListObserver *observer) { observer->FieldMoved(from, to); });
 }
 
 void TRFieldList::Clear()
@@ -298,7 +361,7 @@ void TRFieldList::Clear()
     if (FItems.empty())
         return;
     FItems.clear();
-    RFieldChanged(nullptr);
+    Signal([](TRFieldListObserver *observer) { observer->Reset(); });
 }
 
 bool TRFieldList::CheckUniqAlias(const QString &alias, const TResultField *except) const
@@ -373,15 +436,24 @@ void TRFieldList::RemoveObserver(TRFieldListObserver *observer)
 
 void TRFieldList::EndUpdate()
 {
-    if (FUpdating > 0)
-        --FUpdating;
+    if (FUpdating == 0 || --FUpdating > 0 || !std::exchange(FResetPending, false))
+        return;
+    Signal([](TRFieldListObserver *observer) { observer->Reset(); });
 }
 
 void TRFieldList::RFieldChanged(TResultField *field)
 {
-    (void)field;
-    if (FUpdating == 0 && OnChange)
-        OnChange(this);
+    if (!field) {
+        Signal([](TRFieldListObserver *observer) { observer->Reset(); });
+        return;
+    }
+    if (FUpdating > 0) {
+        FResetPending = true;
+        return;
+    }
+    const int index = IndexOf(field);
+    if (index >= 0)
+        Signal([index](TRFieldListObserver *observer) { observer->FieldChanged(index); });
 }
 
 void TRFieldList::Assign(const TRFieldList &source)
@@ -389,6 +461,7 @@ void TRFieldList::Assign(const TRFieldList &source)
     if (&source == this)
         return;
     BeginUpdate();
+    FResetPending = true;
     FItems.clear();
     FDBStruct = source.FDBStruct;
     FQuoteAliases = source.FQuoteAliases;
@@ -401,7 +474,6 @@ void TRFieldList::Assign(const TRFieldList &source)
         FItems.back()->Assign(*item);
     }
     EndUpdate();
-    RFieldChanged(nullptr);
 }
 
 } // namespace vm20

@@ -4,6 +4,7 @@
 // carries a caption for the user, an alias for SQL and a sort setting.
 #include "model/dbstructure.h"
 #include "model/dsfield.h"
+#include "query/modelwatch.h"
 #include "query/resultfieldobserver.h"
 #include "support/observerlist.h"
 
@@ -86,7 +87,9 @@ public:
     TRFieldList &operator=(const TRFieldList &) = delete;
 
     TNCustomDBStructure *DBStruct() const { return FDBStruct; }
-    void SetDBStruct(TNCustomDBStructure *value) { FDBStruct = value; }
+    // The list follows the model: a column that uses a model field about to
+    // be freed is removed (its formula could not be computed any more).
+    void SetDBStruct(TNCustomDBStructure *value);
     TNQuery *QueryPanel() const { return FQueryPanel; }
     void SetQueryPanel(TNQuery *value) { FQueryPanel = value; }
     bool QuoteAliases() const { return FQuoteAliases; }
@@ -146,7 +149,8 @@ public:
     // Batches changes: listeners get one Reset at the outermost EndUpdate.
     void BeginUpdate() { ++FUpdating; }
     void EndUpdate();
-    // Raises OnChange unless an update is in progress.
+    // Tells the listeners (FieldChanged, or Reset for no column) and raises
+    // OnChange; inside an update only marks the batch for its Reset.
     void RFieldChanged(TResultField *field);
     std::function<void(TRFieldList *)> OnChange;
 
@@ -161,7 +165,31 @@ public:
 
     static constexpr double CurrentVersion = 3.6;
 
+    // A column for a model editor's "add": the model's first field usable in
+    // results, formula "@1", that field's caption; a bare column when the
+    // model has none. Appended like New.
+    TResultField *NewResultField();
+    // Numbers the sorted columns 1, 2, ... in list order; unsorted get 0.
+    void RefreshSortOrder();
+
 private:
+    // A column not yet in the list (its own notifications go nowhere).
+    std::unique_ptr<TResultField> MakeField(const QString &caption,
+                                            const std::vector<TDSField *> &fields,
+                                            const QString &formula);
+    TResultField *InsertMade(int index, std::unique_ptr<TResultField> field);
+    template <class F>
+    void Signal(F &&call)
+    {
+        if (FUpdating > 0) {
+            FResetPending = true;
+            return;
+        }
+        FObservers.Notify(call);
+        if (OnChange)
+            OnChange(this);
+    }
+    void DropModelFields(const TModelChange &entity);
     TResultField *InsertExpression(int index, const QString &caption, const QString &expression,
                                    TSortingType sorting, int sortOrder, bool sqlFirst);
 
@@ -174,8 +202,11 @@ private:
     bool FJustSorting = false;
     bool FUseAliases = true;
     int FUpdating = 0;
+    bool FResetPending = false;
     std::vector<std::unique_ptr<TResultField>> FItems;
     TObserverList<TRFieldListObserver> FObservers;
+    // Last: it leaves the model before the columns go.
+    TModelWatch FModelWatch;
 };
 
 } // namespace vm20

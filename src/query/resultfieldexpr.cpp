@@ -147,13 +147,10 @@ TResultField *TRFieldList::InsertExpression(int index, const QString &caption,
     if (text.isEmpty())
         text = fields.size() == 1 && formula == QLatin1String("@1") ? fields.front()->DisplayName()
                                                                     : expression.trimmed();
-    BeginUpdate();
-    TResultField *field = Insert(index, text, fields, formula);
+    auto field = MakeField(text, fields, formula);
     field->SetSorting(sorting);
     field->SetSortOrder(sortOrder);
-    EndUpdate();
-    RFieldChanged(field);
-    return field;
+    return InsertMade(index, std::move(field));
 }
 
 } // namespace vm20

@@ -53,12 +53,12 @@ void TRFieldList::SaveToStrings(QStringList &lines) const
 int TRFieldList::LoadFromStrings(const QStringList &lines, int start)
 {
     BeginUpdate();
+    FResetPending = true;
     FItems.clear();
     QStringList values;
     int pos = XReadSLSectionValues(start, lines, QStringLiteral("RFields"), values);
     if (pos < 0) {
         EndUpdate();
-        RFieldChanged(nullptr);
         return start;
     }
     const int count = XStrToInt(ValueOf(values, QStringLiteral("Count")));
@@ -89,7 +89,6 @@ int TRFieldList::LoadFromStrings(const QStringList &lines, int start)
                 field->DSFields().Add(f);
     }
     EndUpdate();
-    RFieldChanged(nullptr);
     return pos;
 }
 

@@ -27,6 +27,11 @@ TNTableFilter *TNTableFilterList::FindByTable(const TDSTable *table) const
     return nullptr;
 }
 
+void TNTableFilterList::RemoveTable(const TDSTable *table)
+{
+    std::erase_if(FItems, [table](const auto &item) { return !table || item->Table() == table; });
+}
+
 TNTableFilter *TNTableFilterList::FindByTableName(const QString &name) const
 {
     for (const auto &item : FItems)

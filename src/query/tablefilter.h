@@ -33,6 +33,8 @@ public:
     TNTableFilter *Add(TDSTable *table);
     void Clear() { FItems.clear(); }
     TNTableFilter *FindByTable(const TDSTable *table) const;
+    // Drops the filters of `table` (of every table for none).
+    void RemoveTable(const TDSTable *table);
     // By the table's name, without regard to case.
     TNTableFilter *FindByTableName(const QString &name) const;
 

@@ -109,6 +109,29 @@ qsizetype ReadValue(QStringView text, qsizetype j, bool hasStop, QChar stop)
     return j;
 }
 
+// Reads the inside of a string literal from `text` at `j` up to the stop
+// character: only a doubled quote is special there (it is text), and an
+// undoubled quote ends the literal and with it the value. Double quotes and
+// brackets are plain characters.
+qsizetype ReadLiteralValue(QStringView text, qsizetype j, bool hasStop, QChar stop)
+{
+    const qsizetype n = text.size();
+    while (j < n) {
+        const QChar c = text[j];
+        if (c == QLatin1Char('\'')) {
+            if (j + 1 < n && text[j + 1] == c) {
+                j += 2;
+                continue;
+            }
+            break;
+        }
+        if (hasStop && c == stop)
+            break;
+        ++j;
+    }
+    return j;
+}
+
 } // namespace
 
 QStringView TTemplateVars::Value(QStringView name) const
@@ -128,12 +151,19 @@ bool MatchSQLTemplate(QStringView templ, QStringView text, TTemplateVars &vars)
     const qsizetype ns = text.size();
     qsizetype i = 0;
     qsizetype j = 0;
+    // Between a quote of the template and the next: the text there is a
+    // literal's, where every blank counts.
+    bool inLiteral = false;
     for (;;) {
         if (i >= nt || j >= ns)
             return i >= nt && j >= ns;
         if (SameChar(templ[i], text[j])) {
+            if (templ[i] == QLatin1Char('\''))
+                inLiteral = !inLiteral;
             ++i;
             ++j;
+            if (inLiteral)
+                continue;
             while (i < nt && IsBlank(templ[i]))
                 ++i;
             while (j < ns && IsBlank(text[j]))
@@ -156,9 +186,16 @@ bool MatchSQLTemplate(QStringView templ, QStringView text, TTemplateVars &vars)
                 ++i;
         }
         const bool hasStop = i < nt;
-        const qsizetype end = ReadValue(text, j, hasStop, hasStop ? templ[i] : QChar());
-        if (const int slot = SlotIndex(name); slot >= 0)
+        const QChar stop = hasStop ? templ[i] : QChar();
+        const qsizetype end = inLiteral ? ReadLiteralValue(text, j, hasStop, stop)
+                                        : ReadValue(text, j, hasStop, stop);
+        if (const int slot = SlotIndex(name); slot >= 0) {
             SlotOf(vars, slot) = text.sliced(j, end - j);
+            if (slot == 1)
+                vars.V1Literal = inLiteral;
+            else if (slot == 2)
+                vars.V2Literal = inLiteral;
+        }
         j = end;
     }
 }

@@ -3,7 +3,8 @@
 // field, "@1" and "@2" the values). The match is lenient the way SQL text is:
 // letters compare without regard to case, blanks after a matched character
 // do not count, and a quoted placeholder also takes an unquoted value
-// ("@f = '@1'" reads both "a = 'x'" and "a = 5").
+// ("@f = '@1'" reads both "a = 'x'" and "a = 5"). Inside a literal only a
+// doubled quote is special: blanks, double quotes and brackets are its text.
 #include <QString>
 #include <QStringView>
 
@@ -17,6 +18,10 @@ struct TTemplateVars
     QStringView F;
     QStringView V1;
     QStringView V2;
+    // The value stood inside the template's quotes, so it is the inside of a
+    // string literal (":x" there is text, not a parameter).
+    bool V1Literal = false;
+    bool V2Literal = false;
 
     void Clear() { *this = TTemplateVars(); }
     // "@f" (or "@F"), "@1", "@2"; any other name gives an empty view.

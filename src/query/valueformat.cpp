@@ -39,6 +39,101 @@ bool IsPlainInteger(const QString &text)
     return true;
 }
 
+bool IsIntegerType(TFieldType type)
+{
+    switch (type) {
+    case ftSmallint:
+    case ftInteger:
+    case ftWord:
+    case ftAutoInc:
+    case ftLargeint:
+    case ftLongWord:
+    case ftShortint:
+    case ftByte:
+        return true;
+    default:
+        return false;
+    }
+}
+
+// Numbers written as the user typed them, digits and all.
+bool IsExactNumberType(TFieldType type)
+{
+    return type == ftBCD || type == ftFMTBcd || type == ftExtended || type == ftSingle;
+}
+
+bool IsDigit(QChar c)
+{
+    return c >= QLatin1Char('0') && c <= QLatin1Char('9');
+}
+
+// [+-]digits, as SQL reads an integer literal.
+bool IsIntegerLiteral(const QString &text)
+{
+    qsizetype i = !text.isEmpty() && (text[0] == QLatin1Char('+') || text[0] == QLatin1Char('-')) ? 1 : 0;
+    if (i == text.size())
+        return false;
+    for (; i < text.size(); ++i)
+        if (!IsDigit(text[i]))
+            return false;
+    return true;
+}
+
+// [+-]digits[.digits][e[+-]digits], with digits on at least one side of the point.
+bool IsNumberLiteral(const QString &text)
+{
+    qsizetype i = !text.isEmpty() && (text[0] == QLatin1Char('+') || text[0] == QLatin1Char('-')) ? 1 : 0;
+    qsizetype digits = 0;
+    for (; i < text.size() && IsDigit(text[i]); ++i)
+        ++digits;
+    if (i < text.size() && text[i] == QLatin1Char('.'))
+        for (++i; i < text.size() && IsDigit(text[i]); ++i)
+            ++digits;
+    if (digits == 0)
+        return false;
+    if (i < text.size() && (text[i] == QLatin1Char('e') || text[i] == QLatin1Char('E'))) {
+        ++i;
+        if (i < text.size() && (text[i] == QLatin1Char('+') || text[i] == QLatin1Char('-')))
+            ++i;
+        const qsizetype start = i;
+        while (i < text.size() && IsDigit(text[i]))
+            ++i;
+        if (i == start)
+            return false;
+    }
+    return i == text.size();
+}
+
+QString CheckedInteger(const QString &text)
+{
+    const QString literal = text.trimmed();
+    if (!IsIntegerLiteral(literal))
+        throw EConvertError(Format(QStringLiteral("'%s' is not a valid integer value"), {text}));
+    return literal;
+}
+
+QString CheckedNumber(const QString &text)
+{
+    const QString literal = text.trimmed();
+    if (!IsNumberLiteral(literal))
+        throw EConvertError(Format(QStringLiteral("'%s' is not a valid floating point value"), {text}));
+    return literal;
+}
+
+// True and False in any case, or the formats' own words; written as the
+// formats' words when they have them.
+QString BooleanLiteral(const TNCustomDBStructure *model, const QString &text)
+{
+    const QString word = text.trimmed();
+    const QString trueWord = model ? model->SQLFormats().TrueValue() : QString();
+    const QString falseWord = model ? model->SQLFormats().FalseValue() : QString();
+    if (SameText(word, QStringLiteral("True")) || (!trueWord.isEmpty() && SameText(word, trueWord)))
+        return trueWord.isEmpty() ? QStringLiteral("True") : trueWord;
+    if (SameText(word, QStringLiteral("False")) || (!falseWord.isEmpty() && SameText(word, falseWord)))
+        return falseWord.isEmpty() ? QStringLiteral("False") : falseWord;
+    throw EConvertError(Format(QStringLiteral("'%s' is not a valid boolean value"), {text}));
+}
+
 const TNCustomDBStructure *ModelOf(const TFilterCond &condition)
 {
     return condition.Query() ? condition.Query()->DBStruct() : nullptr;
@@ -49,12 +144,6 @@ TSQLSyntax SyntaxOf(const TFilterCond &condition)
     return condition.Query() ? condition.Query()->SQLSyntax() : ssSQL2;
 }
 
-bool IsQuotedType(const TNCustomDBStructure *model, TFieldType type)
-{
-    const TFieldTypes quoted = model ? model->SQLFormats().QuotedTypes()
-                                     : TSQLFormats::DefaultQuotedTypes();
-    return quoted.contains(type);
-}
 
 // The stored form is a day count; a date typed in the locale's own form is
 // accepted too, so the default text of an empty date value converts.
@@ -94,6 +183,17 @@ QString ModelDateFormat(const TNCustomDBStructure *model, TFieldType type)
 
 } // namespace
 
+bool IsQuotedValueType(const TNCustomDBStructure *model, TFieldType type)
+{
+    // A text written without quotes would be read as SQL, whatever the
+    // model's list says.
+    if (IsStringType(type))
+        return true;
+    const TFieldTypes quoted = model ? model->SQLFormats().QuotedTypes()
+                                     : TSQLFormats::DefaultQuotedTypes();
+    return quoted.contains(type);
+}
+
 bool IsDateType(TFieldType type)
 {
     return type == ftDate || type == ftTime || type == ftDateTime || type == ftTimeStamp;
@@ -123,7 +223,7 @@ QString ExtractValue(const TFilterCond &condition, int index)
         return ProcessScalarValue(condition, index, text);
 
     const TNCustomDBStructure *model = ModelOf(condition);
-    const QString quote = IsQuotedType(model, type) ? QStringLiteral("'") : QString();
+    const QString quote = IsQuotedValueType(model, type) ? QStringLiteral("'") : QString();
     const auto *simple = dynamic_cast<const TSimpleCond *>(&condition);
     const bool lower = simple && simple->IsCaseInsensitive() && model;
     QStringList items;
@@ -148,11 +248,18 @@ QString ProcessScalarValue(const TFilterCond &condition, int index, const QStrin
         return ProcessDateValue(ModelOf(condition), SyntaxOf(condition), type, text, true);
     if (IsFloatType(type))
         return ProcessFloatValue(type, text);
-    if (IsStringType(type)) {
+    // Written without quotes, so nothing but a literal of the type may pass.
+    if (IsIntegerType(type))
+        return CheckedInteger(text);
+    if (IsExactNumberType(type))
+        return CheckedNumber(text);
+    if (type == ftBoolean)
+        return BooleanLiteral(ModelOf(condition), text);
+    if (IsQuotedValueType(ModelOf(condition), type)) {
         QString result = text;
         return result.replace(QLatin1Char('\''), QStringLiteral("''"));
     }
-    return text;
+    return CheckedNumber(text);
 }
 
 QString ProcessDateValue(const TNCustomDBStructure *model, TSQLSyntax syntax, TFieldType type,

@@ -31,6 +31,9 @@ QChar GetQuoteSymbol(const TNCustomDBStructure *model, int which);
 void SaveValues(const TFilterCond &condition, QString &value1, QString &value2);
 void LoadValues(const QString &value1, const QString &value2, TFilterCond &condition);
 
+// Whether the value's literal goes between single quotes: the model's quoted
+// types, and the string types always.
+bool IsQuotedValueType(const TNCustomDBStructure *model, TFieldType type);
 bool IsDateType(TFieldType type);
 bool IsFloatType(TFieldType type);
 

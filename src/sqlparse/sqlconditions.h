@@ -19,11 +19,18 @@ public:
     // Preceded by NOT.
     bool Negative() const { return FNegative; }
     void SetNegative(bool value) { FNegative = value; }
+    // A NOT that Negative does not show: inside a condition ("a NOT LIKE x",
+    // "a IS NOT NULL"), or before the node inside brackets that read as the
+    // node itself ("(NOT a = 1)"). The node is negated when exactly one of
+    // the two flags is set.
+    bool InnerNegative() const { return FInnerNegative; }
+    void SetInnerNegative(bool value) { FInnerNegative = value; }
 
 private:
     friend class TSQLConditionNodeList;
     TSQLBracket *FParent = nullptr;
     bool FNegative = false;
+    bool FInnerNegative = false;
 };
 
 // Owns its nodes and makes its bracket their parent.

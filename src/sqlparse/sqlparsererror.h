@@ -17,6 +17,7 @@ public:
 // The parser's own copies of the message-table texts it raises.
 inline const QString SWrongSQLStatement = QStringLiteral("Wrong SQL statement");
 inline const QString SLostBracket = QStringLiteral("Lost bracket");
+inline const QString SUnterminatedLiteral = QStringLiteral("Unterminated string literal");
 inline const QString SBracketsTooDeep = QStringLiteral("Brackets nested too deeply (more than %1)");
 
 // Deepest bracket nesting the parser follows, in boolean groups and in

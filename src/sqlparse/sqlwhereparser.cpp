@@ -119,6 +119,9 @@ std::unique_ptr<TSQLNode> TNSQLParser::ProcessBoolFactor()
     } else {
         node = ProcessCondition();
     }
+    // Only the NOT written here stays in Negative; one the node brought with
+    // it is kept apart, so that no NOT is lost.
+    node->SetInnerNegative(node->InnerNegative() != node->Negative());
     node->SetNegative(negative);
     return node;
 }
@@ -130,8 +133,8 @@ std::unique_ptr<TSQLCondition> TNSQLParser::ProcessCondition()
     condition->SetLeftExpr(ProcessConditionValue(subQuery));
     if (FScanner->EOS())
         Error(SWrongSQLStatement);
-    // "a NOT LIKE x", "a IS NOT NULL": this NOT is overwritten by the caller,
-    // which keeps only a NOT written before the whole condition.
+    // "a NOT LIKE x", "a IS NOT NULL": the caller keeps only a NOT written
+    // before the whole condition in Negative, and this one apart.
     bool negative = false;
     if (Is(u"not")) {
         negative = true;

@@ -72,6 +72,9 @@ TEST_F(Vm20BadInput, EndsInOneLineAndTheRightExitCode)
         {__LINE__, "unknown key in a formats file", {"sql", "--model", Model, "--query", Query, "--formats", "@dir/bad.formats"}, 1, "line 2: unknown key \"Colour\""},
         {__LINE__, "file that is no database", {"import", "--db", "sqlite:@dir/notadb.sqlite"}, 1, ""},
         {__LINE__, "unknown database scheme", {"import", "--db", "oracle://scott@tiger"}, 1, "Unsupported database URL"},
+        {__LINE__, "diagram into a folder", {"diagram", "--model", Model, "--out", "@dir"}, 1, "Can not write"},
+        {__LINE__, "diagram scale out of range", {"diagram", "--model", Model, "--out", "@dir/x.png", "--scale", "9"}, 2, "--scale"},
+        {__LINE__, "diagram of a model text without sections", {"diagram", "--model", "@dir/garbage.model", "--out", "@dir/x.png"}, 1, "Can not find section"},
         {__LINE__, "running on a database without the tables", {"run", "--model", Model, "--query", Query, "--db", "sqlite::memory:"}, 1, "no such table"},
     };
     for (const TBadInput &c : cases) {
@@ -90,7 +93,7 @@ TEST(Vm20Help, ExplainsEveryCommandAndExitsZero)
 {
     const TRun general = RunVm20({QStringLiteral("--help")});
     EXPECT_EQ(general.ExitCode, 0);
-    for (const char *command : {"sql", "parse", "text", "import", "convert", "run", "tour"}) {
+    for (const char *command : {"sql", "parse", "text", "import", "convert", "run", "tour", "diagram"}) {
         SCOPED_TRACE(command);
         EXPECT_TRUE(general.Out.contains(QStringLiteral("  %1 ").arg(QLatin1String(command))));
         const TRun run = RunVm20({QString::fromLatin1(command), QStringLiteral("--help")});

@@ -29,6 +29,14 @@ TEST(TDSTable, DerivesItsSqlTextsFromNameAliasAndOptions)
          true, "Orders|Orders AS O WITH NOLOCK|O"},
         {__LINE__, "a name already in double quotes is not quoted again", "\"Odd\"", "", true, "", "", false, full,
          false, "\"Odd\"|\"Odd\"|\"Odd\""},
+        {__LINE__, "the closing quote inside a name is doubled", "Odd]Name", "O", true, "", "", false, full, false,
+         "[Odd]]Name]|[Odd]]Name] O|O"},
+        {__LINE__, "a name that only starts with a double quote is not taken as quoted", "\"a\" b", "O", true, "",
+         "", false, full, false, "[\"a\" b]|[\"a\" b] O|O"},
+        {__LINE__, "an alias that is not a plain name is quoted wherever it stands", "Lines", "L-1", false, "", "",
+         false, full, false, "Lines|Lines [L-1]|[L-1]"},
+        {__LINE__, "a reserved word as alias too", "Orders", "order", false, "", "", false, full, false,
+         "Orders|Orders [order]|[order]"},
         {__LINE__, "another database goes through the full-name pattern", "Orders", "O", true, "stock", "", true,
          full, false, "stock.dbo.[Orders]|stock.dbo.[Orders] O|O"},
         {__LINE__, "the default database needs no qualification", "Orders", "O", false, "main", "", true, full,
@@ -137,6 +145,9 @@ TEST_F(TDSLinkTest, QuotesColumnsWithTheModelSymbolsAndStripsTheFieldPrefix)
     TDSLink *link = Link({"fld:Order ID"}, {"ID"}, {}, ltInner);
     link->SetQuoteFields(true);
     EXPECT_EQ(link->SQLExpr(), "(T.[Order ID]=U.[ID])");
+    TDSLink *odd = Link({"x]y"}, {"ID"}, {}, ltInner);
+    odd->SetQuoteFields(true);
+    EXPECT_EQ(odd->SQLExpr(), "(T.[x]]y]=U.[ID])") << "the closing quote inside a name is doubled";
     EXPECT_EQ(link->Operators(), QStringList{"="}) << "AddLinkByRef gives one = per condition";
 }
 
@@ -164,12 +175,16 @@ TEST_F(TDSFieldTest, DerivedTextsOfDataVirtualAndTablelessFields)
     auto loose = std::make_unique<TDSField>(&model);
     loose->SetFieldExpr("Total");
     loose->SetQuoted(true);
+    auto odd = std::make_unique<TDSField>(&model);
+    odd->SetFieldExpr("a]\"b");
+    odd->SetQuoted(true);
 
     struct Row { int line; const TDSField *field; QString sql, normal, full, filter; } rows[] = {
         {__LINE__, plain, "O.Freight", "O.\"Freight\"", "Orders.Freight", "Freight"},
         {__LINE__, blank, "O.[Ship Name]", "O.\"Ship Name\"", "Orders.Ship Name", "[Ship Name]"},
         {__LINE__, virt, "O.Freight * 2", "O.Freight * 2", "O.Freight * 2", "O.Freight * 2"},
         {__LINE__, loose.get(), "[Total]", "\"Total\"", "Total", "[Total]"},
+        {__LINE__, odd.get(), "[a]]\"b]", "\"a]\"\"b\"", "a]\"b", "[a]]\"b]"},
     };
     for (const Row &row : rows) {
         SCOPED_TRACE(row.line);

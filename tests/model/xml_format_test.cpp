@@ -86,6 +86,7 @@ second line</Description>
         <Type>String</Type>
         <Type>Word</Type>
         <Type>Memo</Type>
+        <Type>Unknown</Type>
       </Types>
     </Operator>
     <Operator id="Between" caption="is between" expr="@f between '@1' and '@2'" format="and" kind="vkScalar">

@@ -30,9 +30,8 @@ TFieldTypes TypesAfterTrip(TFieldTypes types)
     TFieldTypes result;
     for (int ordinal = 0; ordinal < FieldTypeCount; ++ordinal) {
         const auto type = TFieldType(ordinal);
-        const TFieldType after = TypeAfterTrip(type);
-        if (types.contains(type) && (after != ftUnknown || type == ftUnknown))   // nameless ones are left out
-            result.include(after);
+        if (types.contains(type))   // nameless ones come back as ftUnknown
+            result.include(TypeAfterTrip(type));
     }
     return result;
 }

@@ -2,6 +2,7 @@
 // parsed condition becomes, the brackets, the result columns, sub-queries and
 // bad input.
 #include "model/errors.h"
+#include "model/valueeditors.h"
 #include "parsesql_dump.h"
 #include "common/raises.h"
 #include "shopquery.h"
@@ -43,12 +44,24 @@ TEST_F(TSQLLoaderTest, MatchesEachConditionToAnOperatorFieldAndValues)
         {__LINE__, "NOT c.Name = 5", "all(Customer name NotEqual [5])", "a bare leading NOT"},
         {__LINE__, "c.ID <= 5", "all(Customer ID LessOrEqual [5])", "not @f < '@1' with '= 5'"},
         {__LINE__, "not (c.Name like 'Jo%')", "all(Customer name NotStartsWith [Jo])", "negated like"},
-        {__LINE__, "c.Name not like 'Jo%'", "all(Customer name StartsWith [Jo])", "inner NOT lost"},
-        {__LINE__, "c.Name like 'J_n'", "all(Customer name Contains ['J_n'])", "like fallback"},
-        {__LINE__, "c.Name is not null", "all(Customer name IsNull)", "inner NOT lost"},
-        {__LINE__, "c.City in ('Paris','New York')", "all(City InList [\"Paris\",\"New York\"])",
+        {__LINE__, "c.Name not like 'Jo%'", "all(Customer name NotStartsWith [Jo])", "a NOT inside LIKE"},
+        {__LINE__, "not (c.Name not like 'Jo%')", "all(Customer name StartsWith [Jo])", "two NOTs cancel"},
+        {__LINE__, "(not c.Name like 'Jo%')", "all(Customer name NotStartsWith [Jo])",
+         "a NOT inside brackets of one"},
+        {__LINE__, "not (not (c.ID = 1 or c.ID = 2))", "any(Customer ID Equal [1]; Customer ID Equal [2])",
+         "two NOTs on a group"},
+        {__LINE__, "c.Name like 'J_n'", "all(Customer name Unrecognized operator)",
+         "no operator keeps a pattern without a final %"},
+        {__LINE__, "c.Name like '%J''s%n%'", "all(Customer name Contains [J's%n])", "a pattern no template fits"},
+        {__LINE__, "c.Name not like 'J%n%'", "all(Customer name NotStartsWith [J%n])", "the same, negated"},
+        {__LINE__, "c.Name is not null", "all(none(Customer name IsNull))",
+         "no negated operator: a bracket of none"},
+        {__LINE__, "c.Name = ':x'", "all(Customer name Equal [:x])", "a quoted colon is text"},
+        {__LINE__, "c.City in ('Paris','New York', 'O''Brien')", "all(City InList [Paris,\"New York\",O'Brien])",
          "a list in the query's form"},
-        {__LINE__, "not (c.ID in (1, 2))", "all(Customer ID NotInList [1, 2])", "a negated list"},
+        {__LINE__, "not (c.ID in (1, 2))", "all(Customer ID NotInList [1,2])", "a negated list"},
+        {__LINE__, "c.ID not in (1, 2)", "all(Customer ID NotInList [1,2])", "a NOT inside IN"},
+        {__LINE__, "o.Total not between 1 and 2", "all(Order total NotBetween [1] [2])", "a NOT inside BETWEEN"},
         {__LINE__, "o.Total between 10 and 20", "all(Order total Between [10] [20])", "two values"},
         {__LINE__, "c.Vip='TRUE'", "all(#VIP customers only)", "a predefined condition"},
         {__LINE__, "c.ID in 5", "all(Customer ID Unrecognized operator)", "no template fits"},
@@ -68,9 +81,47 @@ TEST_F(TSQLLoaderTest, MatchesEachConditionToAnOperatorFieldAndValues)
     for (const TreeRow &row : rows)
         EXPECT_EQ(TreeOf(Statement(row.sql)), row.tree) << "line " << row.line << ": " << row.reason;
     s.model->SetExOperators(TExOperators{xoStartsWith});
-    EXPECT_EQ(TreeOf(Statement("c.Name like 'J_n'")), "all(Customer name StartsWith ['J_n'])");
+    EXPECT_EQ(TreeOf(Statement("c.Name like '%J%'")), "all(Customer name StartsWith [%J])")
+        << "without contains, starts with keeps the pattern";
+    EXPECT_EQ(TreeOf(Statement("c.Name not like '%J%'")), "all(Customer name NotStartsWith [%J])");
     s.model->SetExOperators(TExOperators());
-    EXPECT_EQ(TreeOf(Statement("c.Name like 'J_n'")), "all(Customer name Unrecognized operator)");
+    EXPECT_EQ(TreeOf(Statement("c.Name like '%J%'")), "all(Customer name Unrecognized operator)");
+    EXPECT_EQ(TreeOf(Statement("c.ID not in (1)")), "all(Customer ID Unrecognized operator)")
+        << "without the list operators nothing reads the IN, negated or not";
+}
+
+TEST_F(TSQLLoaderTest, ListsWhatItCouldNotLoadAndTakesTheFromTable)
+{
+    const struct { int line; const char *sql, *unresolved; } rows[] = {
+        {__LINE__, "c.ID = 1 or c.Name not like 'J%'", ""},
+        {__LINE__, "x.Foo = 1", "row 1: unknown field (x.Foo = 1)"},
+        {__LINE__, "c.ID = 1 and c.Name like '%son'", "row 2: unknown operator (c.Name like '%son')"},
+        {__LINE__, "c.Name not like '%son'", "row 1: unknown operator (c.Name not like '%son')"},
+        {__LINE__, "not c.Name like '%son'", "row 1: unknown operator (not(c.Name like '%son'))"},
+        {__LINE__, "select c.Name from Nowhere n where c.ID = 1", "query: unknown table (FROM Nowhere)"},
+    };
+    for (const auto &row : rows) {
+        Load(Statement(row.sql));
+        QStringList texts;
+        for (const TUnresolvedItem &item : query.UnresolvedItems())
+            texts << item.Text();
+        EXPECT_EQ(texts.join("; "), row.unresolved) << "line " << row.line;
+    }
+    Load("select c.Name from Customers c");
+    EXPECT_EQ(query.MainTableName(), s.customers->CompoundName());
+    EXPECT_EQ(Sql(), "SELECT c.Name\nFROM " + J + "Customers c") << "no join through orders";
+}
+
+TEST_F(TSQLLoaderTest, CaptionsAListByTheItemsItsEditorShows)
+{
+    s.custCity->SetEditType(etList);
+    auto *editor = static_cast<TDSListEditor *>(s.custCity->ValueEditor());
+    editor->Items() << "Rome" << "New York";
+    editor->Values() << "R" << "NY";
+    Load(Statement("c.City in ('NY', 'R', 'X')"));
+    const auto *cond = static_cast<TSimpleCond *>(query.Filter()->GetRow(0));
+    EXPECT_EQ(cond->GetValue(1), "NY,R,X");
+    EXPECT_EQ(cond->GetValueCaption(1), "\"New York\",Rome,X");
 }
 
 TEST_F(TSQLLoaderTest, MarksParametersAndNormalisesDates)
@@ -133,6 +184,9 @@ TEST_F(TSQLLoaderTest, LoadsASubQueryThroughAHiddenQuery)
     EXPECT_EQ(TreeOf(Statement("c.ID in (select x from Nowhere)")),
               "all(Customer ID InQuery [select x from Nowhere])")
         << "a sub-query the model cannot build keeps its text";
+    Load(Statement("c.ID in (select o.CustomerID from Orders o where o.Nope = 1)"));
+    ASSERT_EQ(query.UnresolvedItems().size(), 1u);
+    EXPECT_EQ(query.UnresolvedItems()[0].Text(), "query: unknown field (in a sub-query: o.Nope = 1)");
     EXPECT_EQ(TreeOf(Statement("c.ID in (1)")), "all(Customer ID InList [1])")
         << "a sub-query operator takes only a sub-query";
     s.model->DeleteOperatorByName("InQuery");

@@ -21,8 +21,11 @@ TEST(MatchSQLTemplate, ReadsFieldAndValuesOrRefuses)
         {__LINE__, "@f = '@1'", "t.Id = 5", true, "t.Id", "5", "", "a quoted placeholder, no quotes"},
         {__LINE__, "@f = '@1'", "t.Name = 'O''Brien'", true, "t.Name", "O''Brien", "", "a doubled quote"},
         {__LINE__, "@f = '@1'", "T.NAME   =   'x'", true, "T.NAME", "x", "", "case and blanks"},
-        {__LINE__, "@f = '@1'", "x = '5\" screen'", false, "", "", "", "an unpaired \" hides the quote"},
-        {__LINE__, "@f = '@1'", "x = 'a(b'", false, "", "", "", "an open bracket hides the quote"},
+        {__LINE__, "@f = '@1'", "x = '5\" screen'", true, "x", "5\" screen", "", "a double quote inside a literal is text"},
+        {__LINE__, "@f = '@1'", "x = 'a(b'", true, "x", "a(b", "", "so is a bracket"},
+        {__LINE__, "@f = '@1'", "x = '  a '", true, "x", "  a ", "", "blanks after the opening quote are the value's"},
+        {__LINE__, "@f like '%@1%'", "x like '%a''\"b%'", true, "x", "a''\"b", "", "a doubled quote goes on"},
+        {__LINE__, "@f like '@1%'", "x like 'ab'", false, "", "", "", "the literal ends before the template's %"},
         {__LINE__, "@f = '@1'", "\"A B\".\"C D\" = 5", true, "\"A B\".\"C D\"", "5", "",
          "a blank inside a quoted name"},
         {__LINE__, "@f = '@1'", "x = 'a' and y", false, "", "", "", "text left over"},
@@ -55,6 +58,10 @@ TEST(MatchSQLTemplate, ReadsFieldAndValuesOrRefuses)
     ASSERT_TRUE(MatchSQLTemplate(u"@f is null", u"n is null", vars));
     EXPECT_TRUE(vars.V1.isEmpty() && vars.V2.isEmpty()) << "every match starts empty";
     EXPECT_EQ(FillSQLTemplate(u"@f <> '@1' @2 @t", vars), "n <> ''  @t");
+    ASSERT_TRUE(MatchSQLTemplate(u"@f = '@1'", u"n = ':p'", vars));
+    EXPECT_TRUE(vars.V1Literal) << "a quoted value is text, whatever it starts with";
+    ASSERT_TRUE(MatchSQLTemplate(u"@f = '@1'", u"n = :p", vars));
+    EXPECT_FALSE(vars.V1Literal) << "an unquoted one may be a parameter";
 }
 
 TEST(ProcessSQLDateValue, ReadsEachDateFormOrFallsBack)

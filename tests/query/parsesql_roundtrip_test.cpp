@@ -1,39 +1,24 @@
 // Build then parse: the statement a query builds, loaded into a fresh query
 // with the same options, builds the same statement again.
 //
-// What the round trip cannot preserve, and why (the random queries avoid
-// exactly these; the second half of the file shows each one):
-//  - A negated bracket that writes one condition: "NOT (" then reads as a
-//    negated condition, which becomes NotEqual ("not(@f = '@1')"), a Not...
-//    like operator, or fits no template at all (a negated IS NULL).
-//  - A nested bracket that writes one row (brackets round one condition are
-//    no group to the parser), and a root that writes only a bracket (the two
-//    pairs of brackets read as one group).
-//  - A negated template standing alone in brackets (the root's only row, or
-//    any row under soBracketConditions): the enclosing factor overwrites the
-//    condition's NOT, so NotInList reads as InList.
+// What the round trip cannot preserve, one reason each (the random queries
+// avoid exactly these; the second half of the file shows each one). Every one
+// is a second spelling of the same meaning, or text the parser does not read:
+//  - A negated bracket that writes one condition: "NOT (a = 1)" and
+//    "a <> 1" are one condition to the parser, so it takes the operator.
+//  - A bracket that writes one row: brackets round one condition are no group.
 //  - Conditions on aggregate fields: they go to HAVING, which the parser skips.
-//  - Predefined conditions with values: the loader compares whole texts, so a
-//    filled-in text never matches (one that starts with a bracketed sub-query
-//    does not even parse). A simple condition written as a predefined one
-//    (VIP = 'TRUE') becomes that condition, in its own spelling.
-//  - String values with leading blanks (blanks after the template's quote are
-//    skipped), an unpaired double quote or an unclosed bracket (the value runs
-//    past the closing quote), the wildcard in like values (it ends the value),
-//    a leading ":" (a parameter), a quote in list items (lists turn ' into ").
-//  - Lists of dates (no date form: today), date-time values (read by the time
-//    reader: EConvertError), time and time-stamp values (kept as text that the
-//    builder cannot read as a day count).
-//  - A just-sorting query ("SELECT *") keeps only its sorted columns, and
-//    loses the tables of the others.
-//  - soSortByNames with quoted aliases holding blanks, or an alias that is
-//    its field's name in another letter case (the parser refuses ORDER BY),
-//    or one field in two columns (the sort goes to the first).
+//  - Predefined conditions with values: their text is compared whole, so a
+//    filled-in one is no predefined condition; a simple condition written as
+//    a predefined one (VIP = 'TRUE') becomes that condition.
+//  - Date-time values: the loader reads them as times (EConvertError); time
+//    and time-stamp values stay text the builder cannot read as a day count.
+//  - A just-sorting query ("SELECT *") keeps only its sorted columns.
+//  - soSortByNames with an alias the parser cannot find in the select list.
 //  - soBracketJoins: the parser reads left-nested join brackets only.
 // Kept in the statement though not in the tree: disabled rows and empty
-// brackets, the link type of a root that writes one row, value texts (dates
-// as day counts, lists quoted), a like parameter (it reads back as
-// StartsWith). Parameters keep the statement's names.
+// brackets, the link type of a root that writes one row, a like parameter
+// (it reads back as StartsWith). Parameters keep the statement's names.
 #include "parsesql_dump.h"
 #include "shopquery.h"
 #include "sqlparse/sqlparsererror.h"
@@ -48,11 +33,6 @@ using namespace vm20;
 using namespace shop;
 
 namespace {
-
-bool IsNegated(const QString &templ)
-{
-    return templ.startsWith(QLatin1String("not"), Qt::CaseInsensitive);
-}
 
 // Random queries over the shop model under ssSQL2, of the kinds that the
 // round trip preserves.
@@ -136,7 +116,7 @@ private:
             }
         }
         const auto *cond = dynamic_cast<const TFilterCond *>(lastWritten);
-        const bool plain = cond && !IsNegated(cond->GetSQLExpr()) && bracket->LinkType() <= fltAny;
+        const bool plain = cond && bracket->LinkType() <= fltAny;
         if (written == 1 && (depth > 0 || !plain)) {
             AddCondition(bracket);
             ++written;
@@ -171,12 +151,7 @@ private:
         const TFieldType type = field->FieldType();
         if (type == ftTime || type == ftDateTime || type == ftTimeStamp)
             return s.Op("IsNull");
-        for (;;) {
-            TDSOperator *op = field->GetOperator(Pick(field->OperatCount()));
-            if (!(op->ValueKind() == vkList && type == ftDate)
-                && !(q.SQLOptions().contains(soBracketConditions) && IsNegated(op->SQLExpr())))
-                return op;
-        }
+        return field->GetOperator(Pick(field->OperatCount()));
     }
 
     QString RandomValue(TFieldType type, TValueKind kind)
@@ -196,13 +171,12 @@ private:
         switch (type) {
         case ftString:
         case ftMemo: {
-            // Quotes, blanks, paired brackets and double quotes, no wildcard.
-            static const char *const pieces[] = {"a", "B", "7", " ", "Ä", "'", "()", "\"\""};
+            // Quotes, blanks, brackets, wildcards, a leading colon.
+            static const char *const pieces[] = {"a", "B", "7", " ", "Ä", "'", "(", ")", "\"", "%", "_",
+                                                 ":", ","};
             QString text;
             for (int i = Pick(7); i > 0; --i)
-                text += QString::fromUtf8(pieces[Pick(listItem ? 5 : 8)]);
-            while (text.startsWith(QLatin1Char(' ')))
-                text.remove(0, 1);
+                text += QString::fromUtf8(pieces[Pick(int(std::size(pieces)))]);
             return text;
         }
         case ftBoolean: return PickOf<QString>({"True", "False", "true"});
@@ -260,7 +234,7 @@ TEST_F(TNQueryRoundTripTest, RebuildsTheSameStatementForTwoThousandRandomQueries
     }
 }
 
-TEST_F(TNQueryRoundTripTest, ChangesEachExcludedKindAsDescribed)
+TEST_F(TNQueryRoundTripTest, LoadsEachKindAsDescribed)
 {
     TFilterBracket *root = query.Filter();
     const auto one = [&](TFilterLinkType link, TDSField *field, const char *op, const QString &value) {
@@ -272,34 +246,39 @@ TEST_F(TNQueryRoundTripTest, ChangesEachExcludedKindAsDescribed)
         AddCond(bracket, s.custId, "Equal", "1");
         return AddCond(bracket, s.custId, "Equal", "2");
     };
-    // tree: what the statement loads into; sqlChanges false: only the tree loses something.
+    // tree: what the statement loads into; sqlChanges false: the statement
+    // builds again as it was (the tree may still lose something).
     const struct { int line; std::function<void()> build; QString tree; bool sqlChanges; } rows[] = {
+        // the excluded kinds
         {__LINE__, [&] { one(fltNone, s.custId, "Equal", "5"); }, "all(Customer ID NotEqual [5])", true},
-        {__LINE__, [&] { one(fltNotAll, s.custId, "IsNull", ""); }, "all(Customer ID Unrecognized operator)", true},
+        {__LINE__, [&] { one(fltNotAll, s.custId, "IsNull", ""); }, "all(none(Customer ID IsNull))", true},
         {__LINE__, [&] { one(fltNone, s.custName, "StartsWith", "Jo"); }, "all(Customer name NotStartsWith [Jo])", true},
         {__LINE__, [&] { pair(root->AddNewBracket(), fltAny)->SetEnabled(false); AddCond(s.custId, "Equal", "3"); },
          "any(Customer ID Equal [1]; Customer ID Equal [3])", true},
         {__LINE__, [&] { pair(root->AddNewBracket(), fltAll); }, "all(Customer ID Equal [1]; Customer ID Equal [2])", true},
-        {__LINE__, [&] { one(fltAll, s.custId, "NotInList", "1,2"); }, "all(Customer ID InList [1,2])", true},
-        {__LINE__, [&] { query.SetSQLOptions(TSQLOptions{soBracketConditions}); pair(root, fltAll);
-                         AddCond(s.custName, "NotStartsWith", "Jo"); },
-         "all(Customer ID Equal [1]; Customer ID Equal [2]; Customer name StartsWith [Jo])", true},
         {__LINE__, [&] { pair(root, fltAll); AddCond(s.totalSales, "GreaterThan", "9"); },
          "all(Customer ID Equal [1]; Customer ID Equal [2])", true},
         {__LINE__, [&] { query.AddCustomCondition(root, s.model->AddCondition("X @", "o.Total * 2 > @1"))->SetValue(1, "9"); },
          "all(Unrecognized field Unrecognized operator)", true},
-        {__LINE__, [&] { AddCond(s.custVip, "Equal", "TRUE"); }, "all(#VIP customers only)", true},
-        {__LINE__, [&] { AddCond(s.custName, "Equal", " Bob"); }, "all(Customer name Equal [Bob])", true},
-        {__LINE__, [&] { AddCond(s.custName, "Equal", "5\" screen"); }, "all(Customer name Unrecognized operator)", true},
-        {__LINE__, [&] { AddCond(s.custName, "Equal", "a(b"); }, "all(Customer name Unrecognized operator)", true},
-        {__LINE__, [&] { AddCond(s.custName, "StartsWith", "50%"); }, "all(Customer name Contains ['50%%'])", true},
-        {__LINE__, [&] { AddCond(s.custName, "Equal", ":x"); }, "all(Customer name Equal :x)", true},
-        {__LINE__, [&] { AddCond(s.custName, "InList", "O'Brien"); }, "all(Customer name InList [\"O\"\"Brien\"])", true},
-        {__LINE__, [&] { AddCond(s.custSince, "InList", "40000"); },
-         "all(Customer since InList [" + VmDateTimeToStr(Date()) + "])", true},
+        {__LINE__, [&] { AddCond(s.custVip, "Equal", "TRUE"); }, "all(#VIP customers only)", false},
+        // kept in the statement
         {__LINE__, [&] { pair(root, fltAll)->SetEnabled(false); root->AddNewBracket(); }, "all(Customer ID Equal [1])", false},
         {__LINE__, [&] { AddCond(s.custName, "Contains")->SetValueIsParam(1, true); },
          "all(Customer name StartsWith :Name)", false},
+        // kept whole
+        {__LINE__, [&] { one(fltAll, s.custId, "NotInList", "1,2"); }, "all(Customer ID NotInList [1,2])", false},
+        {__LINE__, [&] { query.SetSQLOptions(TSQLOptions{soBracketConditions}); pair(root, fltAll);
+                         AddCond(s.custName, "NotStartsWith", "Jo"); },
+         "all(Customer ID Equal [1]; Customer ID Equal [2]; Customer name NotStartsWith [Jo])", false},
+        {__LINE__, [&] { AddCond(s.custName, "Equal", " Bob"); }, "all(Customer name Equal [ Bob])", false},
+        {__LINE__, [&] { AddCond(s.custName, "Equal", "5\" screen"); }, "all(Customer name Equal [5\" screen])", false},
+        {__LINE__, [&] { AddCond(s.custName, "Equal", "a(b"); }, "all(Customer name Equal [a(b])", false},
+        {__LINE__, [&] { AddCond(s.custName, "StartsWith", "50%"); }, "all(Customer name StartsWith [50%])", false},
+        {__LINE__, [&] { AddCond(s.custName, "Contains", "5%'0"); }, "all(Customer name Contains [5%'0])", false},
+        {__LINE__, [&] { AddCond(s.custName, "Equal", ":x"); }, "all(Customer name Equal [:x])", false},
+        {__LINE__, [&] { AddCond(s.custName, "InList", "O'Brien,\"a, b\""); },
+         "all(Customer name InList [O'Brien,\"a, b\"])", false},
+        {__LINE__, [&] { AddCond(s.custSince, "InList", "40000"); }, "all(Customer since InList [40000])", false},
     };
     for (const auto &row : rows) {
         query.ClearAll();

@@ -67,21 +67,43 @@ TEST_F(TNQueryBadTextTest, RaisesAConversionErrorAndClearsTheQueryOnBadText)
     }
 }
 
-TEST_F(TNQueryBadTextTest, ToleratesWhatOnlyLosesParts)
+TEST_F(TNQueryBadTextTest, LoadsWhatOnlyLosesPartsAndListsWhatIsLost)
 {
-    struct Row { int line; QStringList text; int rows; const char *reason; };
+    struct Row { int line; QStringList text; int rows; const char *unresolved, *reason; };
     const Row rows[] = {
-        {__LINE__, {}, 1, "no lines: an empty query"},
-        {__LINE__, {"just", "some", "words"}, 1, "no sections at all"},
-        {__LINE__, Good().mid(0, 16), 1, "no [Row]: no conditions"},
-        {__LINE__, Replaced("RowCount=2", "RowCount=-5"), 1, "a negative row count reads no rows"},
-        {__LINE__, Replaced("Count=1", "Count=1000000"), 4, "result columns that are not there"},
-        {__LINE__, Replaced("FieldID=3", "FieldID=abc"), 4, "a field ID that is no number"},
+        {__LINE__, {}, 1, "", "no lines: an empty query"},
+        {__LINE__, {"just", "some", "words"}, 1,
+         "query: incomplete query text (no [Main] section); query: incomplete query text (no [Row] section)",
+         "no sections at all"},
+        {__LINE__, Good().mid(0, 16), 1, "query: incomplete query text (no [Row] section)", "no conditions"},
+        {__LINE__, Replaced("RowCount=2", "RowCount=-5"), 1, "", "a negative row count reads no rows"},
+        {__LINE__, Replaced("Count=1", "Count=1000000"), 4,
+         "query: incomplete query text (1 of 1000000 result columns)", "result columns that are not there"},
+        {__LINE__, Replaced("FieldID=3", "FieldID=abc"), 4, "row 1: unknown field (FieldID=abc)",
+         "a field ID that is no number"},
+        {__LINE__, Replaced("Operator=Equal", "Operator=Nope"), 4, "row 1: unknown operator (Operator=Nope)",
+         "an operator the model lacks"},
+        {__LINE__, Replaced("CondID=2", "CondID=99"), 4, "row 3: unknown predefined condition (CondID=99)",
+         "a predefined condition the model lacks"},
+        {__LINE__, Replaced("Fields=2", "Fields=99"), 4, "result column 1: unknown field (Name)",
+         "a column's field the model lacks"},
+        {__LINE__, Replaced("Options=2", "MainTable=Nowhere"), 4, "query: unknown table (MainTable=Nowhere)",
+         "a main table the model lacks"},
     };
     for (const Row &row : rows) {
         query.LoadFromStrings(row.text);
         EXPECT_EQ(query.GetRowCount(), row.rows) << "line " << row.line << ": " << row.reason;
+        QStringList texts;
+        for (const TUnresolvedItem &item : query.UnresolvedItems())
+            texts << item.Text();
+        EXPECT_EQ(texts.join("; "), row.unresolved) << "line " << row.line << ": " << row.reason;
     }
+    query.LoadFromStrings(Replaced("FieldID=3", "FieldID=99"));
+    const std::vector<TUnresolvedItem> items = query.UnresolvedItems();
+    ASSERT_EQ(items.size(), 1u);
+    EXPECT_EQ(items[0].Row, query.GetRowByNum(1)) << "the row itself, for a view to mark";
+    query.Filter()->DeleteRow(0);
+    EXPECT_TRUE(query.UnresolvedItems().empty()) << "a removed row is no longer listed";
 }
 
 TEST_F(TNQueryBadTextTest, ReportsFilesItCannotReadOrWriteAndAMissingModel)

@@ -108,6 +108,24 @@ TEST_F(TNQueryTextTest, KeepsStoredCaptionsThroughAFile)
     EXPECT_EQ(Save(), lines);
 }
 
+TEST_F(TNQueryTextTest, KeepsAMainTableOtherThanTheModelsDefault)
+{
+    SmallQuery();
+    s.model->SetDefaultMainTable(s.orders);
+    query.SetMainTableName(s.orders->CompoundName());
+    EXPECT_EQ(Save().join('\n'), SmallQueryText) << "the default main table is not written";
+    query.SetMainTableName(s.customers->CompoundName());
+    const QStringList lines = Save();
+    EXPECT_EQ(lines.mid(3, 2), QStringList({"Options=2", "MainTable=Customers - c"}));
+    TNQuery copy;
+    copy.SetDBStruct(s.model.get());
+    copy.LoadFromStrings(lines);
+    EXPECT_EQ(copy.MainTableName(), s.customers->CompoundName());
+    copy.SetMainTableName(s.products->CompoundName());
+    copy.LoadFromStrings(SmallQueryText.split('\n'));
+    EXPECT_EQ(copy.MainTableName(), s.products->CompoundName()) << "a text without the key keeps the query's own";
+}
+
 // Random queries over the shop model, with texts free of line breaks and of
 // lines that would read as section ends or headers (the format cannot carry
 // them).

@@ -63,6 +63,40 @@ TEST_F(TRFieldListTest, ComparesAliasAndFieldNameWithoutCaseOnlyInTheSelectList)
     EXPECT_EQ(column->GetSelectExpr(), "c.Name as \"Who\"");
 }
 
+struct SQLAliasRow { int line; bool quote; QString caption; QString select; QString order; const char *reason; };
+
+// Whatever a caption holds, the select list and ORDER BY name one column by
+// one identifier, written the same in both places.
+TEST_F(TRFieldListTest, QuotesEveryAliasThatIsNotOnePlainName)
+{
+    const SQLAliasRow rows[] = {
+        {__LINE__, false, "Customer name", "c.Name as Customer_name", "Customer_name", "a plain name stays bare"},
+        {__LINE__, false, "Größe", "c.Name as Größe", "Größe", "letters of any script are plain"},
+        {__LINE__, false, "Weight (kg)", "c.Name as \"Weight_(kg)\"", "\"Weight_(kg)\"", "brackets"},
+        {__LINE__, false, "E-mail", "c.Name as \"E-mail\"", "\"E-mail\"", "a minus sign"},
+        {__LINE__, false, "2nd", "c.Name as \"2nd\"", "\"2nd\"", "a leading digit"},
+        {__LINE__, false, "order", "c.Name as \"order\"", "\"order\"", "a reserved word"},
+        {__LINE__, false, "x\", 1 FROM t; --", "c.Name as \"x\"\",_1_FROM_t;_--\"", "\"x\"\",_1_FROM_t;_--\"",
+         "a statement in a caption stays inside its quotes"},
+        {__LINE__, true, "Customer Name", "c.Name as \"Customer Name\"", "\"Customer Name\"",
+         "quoted aliases sort by the quoted alias"},
+        {__LINE__, true, "say \"hi\"", "c.Name as \"say \"\"hi\"\"\"", "\"say \"\"hi\"\"\"",
+         "the quote doubled inside"},
+    };
+    TResultField *column = list.Add("x", {s.custName}, "");
+    for (const SQLAliasRow &row : rows) {
+        list.SetQuoteAliases(row.quote);
+        column->SetCaption(row.caption);
+        column->GenerateAlias();
+        EXPECT_EQ(column->GetSelectExpr(), row.select) << "line " << row.line << ": " << row.reason;
+        EXPECT_EQ(column->GetOrderName(), row.order) << "line " << row.line << ": " << row.reason;
+    }
+    s.model->SQLFormats().SetQuoteSymbol1('[');
+    s.model->SQLFormats().SetQuoteSymbol2(']');
+    column->SetAlias("a]b");
+    EXPECT_EQ(column->GetSelectExpr(), "c.Name as [a]]b]") << "the closing character is the one doubled";
+}
+
 TEST_F(TRFieldListTest, TellsAggregatedColumnsByFieldOrFormula)
 {
     EXPECT_TRUE(list.Add("", {s.totalSales}, "")->GetAgregate());

@@ -1,5 +1,6 @@
 // Whole statements, compared character for character.
 #include "model/errors.h"
+#include "support/exception.h"
 #include "query/valueformat.h"
 #include "common/raises.h"
 #include "shopquery.h"
@@ -87,8 +88,8 @@ TEST_F(TNQueryTest, AppliesEachOptionAloneAndAllTogether)
          {soASCIIRFields, soSelectDistinct, soQuoteAliases, soBracketJoins, soBracketConditions, soSortByNames,
           soFilter},
          "SELECT DISTINCT c.Name as \"Customer name\", o.OrderDate as \"Order date\"\n" + bracketedFrom + "\n"
-             + bracketedWhere + "\nORDER BY Customer name ASC",
-         "all together: quoting wins over the ASCII filter; ORDER BY names the bare alias"},
+             + bracketedWhere + "\nORDER BY \"Customer name\" ASC",
+         "all together: quoting wins over the ASCII filter; ORDER BY names the alias as the select list does"},
     }};
     AddColumn(s.custName)->SetSorting(stAscending);
     AddColumn(s.orderDate);
@@ -151,6 +152,29 @@ TEST_F(TNQueryTest, PutsTopBeforeTheColumnsAndLimitLast)
     EXPECT_EQ(Sql(), "SELECT  TOP 10 c.Name as Customer_name\nFROM " + J + "Customers c\nLIMIT 5");
 }
 
+struct ClauseRow { int line; const char *top; const char *limit; bool valid; const char *reason; };
+
+// Row counts come from outside the model (options, dialogs): only counts pass.
+TEST_F(TNQueryTest, TakesOnlyRowCountsForTopAndLimit)
+{
+    const ClauseRow rows[] = {
+        {__LINE__, "10 PERCENT", "5 OFFSET 10", true, "the percent and offset forms"},
+        {__LINE__, "(3) with ties", "5, 10", true, "brackets, ties and the comma form"},
+        {__LINE__, "1 (SELECT sql FROM sqlite_master) AS s,", "", false, "a column smuggled in by TOP"},
+        {__LINE__, "", "1; DROP TABLE t", false, "a second statement after LIMIT"},
+        {__LINE__, "", "(SELECT COUNT(*) FROM t)", false, "a sub-query"},
+        {__LINE__, "", "-1", false, "a negative count"},
+    };
+    AddColumn(s.custName);
+    for (const ClauseRow &row : rows) {
+        query.SetSQLTopClause(row.top);
+        query.SetSQLLimitClause(row.limit);
+        const QString raised = Raised<EConvertError>([&] { Sql(); });
+        EXPECT_EQ(raised == "no error", row.valid) << "line " << row.line << ": " << row.reason << ": "
+                                                   << raised.toStdString();
+    }
+}
+
 TEST_F(TNQueryTest, WritesParametersAndKeepsTheirValueFormat)
 {
     s.model->SQLFormats().SetWildcardChar('*');
@@ -183,6 +207,15 @@ TEST_F(TNQueryTest, SendsAggregateConditionsToHavingAndGroupsTheOtherColumns)
     EXPECT_EQ(Sql(), head + "\nWHERE\n(\nc.City = 'Paris'\n)\nGROUP BY c.Name\nHAVING ( SUM(o.Total) >1000 )");
     query.SetSQLOptions({soBracketConditions});
     EXPECT_EQ(Sql().section('\n', -1), "HAVING ( (SUM(o.Total) >1000) )");
+    query.SetSQLOptions({});
+    TFilterBracket *none = query.AddBracket(query.Filter());
+    none->SetLinkType(fltNone);
+    AddCond(none, s.totalSales, "GreaterThan", "5000");
+    TFilterBracket *any = query.AddBracket(query.Filter());
+    AddCond(any, s.totalSales, "GreaterThan", "1");
+    EXPECT_EQ(Sql().section('\n', -1),
+              "HAVING ( SUM(o.Total) >1000 AND NOT ( SUM(o.Total) >5000 ) AND ( SUM(o.Total) >1 ) )")
+        << "a link word and the next opener stay two words";
 }
 
 TEST_F(TNQueryTest, NestsBracketsAndLeavesOutDisabledOnes)

@@ -59,7 +59,7 @@ TEST_F(ValueFormatTest, WritesTheLiteralOfEveryTypeAndKind)
          "inner quotes doubled"},
         {__LINE__, ssSQL2, &ShopModel::productNotes, "Contains", "50%", {}, true, "p.Notes like '%50%%'",
          "memo is a string type"},
-        {__LINE__, ssSQL2, &ShopModel::custVip, "Equal", "", {}, true, "c.Vip = 'False'", "empty boolean"},
+        {__LINE__, ssSQL2, &ShopModel::custVip, "Equal", "", {}, true, "c.Vip = 'false'", "empty boolean: the formats' false word"},
         {__LINE__, ssSQL2, &ShopModel::orderDiscount, "Equal", "1,5", {}, true, "o.Discount = 1.5",
          "decimal comma of the locale"},
         {__LINE__, ssSQL2, &ShopModel::orderTotal, "Equal", "1234,5", {}, true, "o.Total = 1234.5", "currency"},
@@ -129,6 +129,119 @@ TEST_F(ValueFormatTest, RaisesAConversionErrorNamingTheValue)
         EXPECT_TRUE(Raised<EConvertError>([&] { ConditionText(field, "Equal", "x1y", {}); }).contains("x1y"))
             << field->DisplayName().toStdString();
     }
+}
+
+struct NumberRow { int line; TDSField *ShopModel::*field; TFieldType type; const char *op; QString value1;
+    QString value2; QString expected; const char *reason; };
+
+// Values pasted without quotes must be literals of their type: anything else
+// would become part of the statement. An empty expectation is a conversion error.
+TEST_F(ValueFormatTest, WritesOnlyNumbersForUnquotedNumericTypes)
+{
+    const NumberRow rows[] = {
+        {__LINE__, &ShopModel::custId, ftInteger, "Equal", "1 OR 1=1", {}, {}, "a second condition"},
+        {__LINE__, &ShopModel::custId, ftInteger, "Equal", "0) UNION SELECT sql FROM sqlite_master WHERE (1=1", {},
+         {}, "a second statement"},
+        {__LINE__, &ShopModel::custId, ftInteger, "InList", "1,\"2) OR (1=1\"", {}, {}, "every list item"},
+        {__LINE__, &ShopModel::custId, ftInteger, "Between", "1", "2 OR 1=1", {}, "the second bound"},
+        {__LINE__, &ShopModel::custId, ftInteger, "Equal", "1.5", {}, {}, "a fraction is no integer"},
+        {__LINE__, &ShopModel::lineQty, ftSmallint, "Equal", "1;", {}, {}, "small integer"},
+        {__LINE__, &ShopModel::orderId, ftAutoInc, "Equal", "1--", {}, {}, "auto-increment"},
+        {__LINE__, &ShopModel::productCode, ftLargeint, "Equal", "0x10", {}, {}, "large integer"},
+        {__LINE__, &ShopModel::custId, ftWord, "Equal", "- 1", {}, {}, "word"},
+        {__LINE__, &ShopModel::custId, ftBCD, "Equal", "1.5.2", {}, {}, "BCD"},
+        {__LINE__, &ShopModel::custId, ftInteger, "Equal", "-12", {}, "c.ID = -12", "a sign"},
+        {__LINE__, &ShopModel::custId, ftInteger, "InList", "1, 2", {}, "c.ID in (1,2)", "blanks around items"},
+        {__LINE__, &ShopModel::custId, ftInteger, "Between", "+1", "2", "c.ID between +1 and 2", "both bounds"},
+        {__LINE__, &ShopModel::productCode, ftLargeint, "Equal", "123456789012345678901", {},
+         "p.Code = 123456789012345678901", "digits beyond 64 bits are still a number"},
+        {__LINE__, &ShopModel::custId, ftBCD, "Equal", "-12.50", {}, "c.ID = -12.50", "BCD keeps its digits"},
+        {__LINE__, &ShopModel::custId, ftBCD, "Equal", ".5e3", {}, "c.ID = .5e3", "BCD exponent"},
+        {__LINE__, &ShopModel::custId, ftGuid, "Equal", "abc", {}, {}, "an unquoted type of no group"},
+        {__LINE__, &ShopModel::custId, ftVariant, "Equal", "12", {}, "c.ID = 12", "a number passes any type"},
+    };
+    for (const NumberRow &row : rows) {
+        (s.*row.field)->SetFieldType(row.type);
+        const QString raised = Raised<EConvertError>([&] {
+            const QString text = ConditionText(s.*row.field, row.op, row.value1, row.value2);
+            if (!row.expected.isEmpty()) {
+                EXPECT_EQ(text, row.expected) << "line " << row.line << ": " << row.reason;
+            }
+        });
+        if (row.expected.isEmpty())
+            EXPECT_TRUE(raised.startsWith('\'')) << "line " << row.line << ": " << row.reason << ": "
+                                                 << raised.toStdString();
+        else
+            EXPECT_EQ(raised, "no error") << "line " << row.line << ": " << row.reason;
+    }
+}
+
+struct BoolRow { int line; const char *trueValue; const char *falseValue; bool quoted; QString value;
+    QString expected; const char *reason; };
+
+TEST_F(ValueFormatTest, WritesBooleansWithTheFormatsWords)
+{
+    const BoolRow rows[] = {
+        {__LINE__, "1", "0", false, "True", "c.Vip = 1", "the true word"},
+        {__LINE__, "1", "0", false, "false", "c.Vip = 0", "any case"},
+        {__LINE__, "1", "0", false, "", "c.Vip = 0", "empty is false"},
+        {__LINE__, "1", "0", false, "1", "c.Vip = 1", "the formats' own word"},
+        {__LINE__, "Y", "N", true, "n", "c.Vip = 'N'", "the formats' word in any case"},
+        {__LINE__, "", "", true, "TRUE", "c.Vip = 'True'", "no words set"},
+        {__LINE__, "1", "0", false, "2", {}, "another number"},
+        {__LINE__, "1", "0", false, "1 OR 1=1", {}, "a second condition"},
+        {__LINE__, "", "", false, "yes", {}, "not a truth word"},
+    };
+    for (const BoolRow &row : rows) {
+        TSQLFormats &formats = s.model->SQLFormats();
+        formats.SetTrueValue(row.trueValue);
+        formats.SetFalseValue(row.falseValue);
+        formats.SetQuoteBool(row.quoted);
+        QString text;
+        const QString raised = Raised<EConvertError>([&] { text = ConditionText(s.custVip, "Equal", row.value, {}); });
+        if (row.expected.isEmpty())
+            EXPECT_TRUE(raised.contains(row.value)) << "line " << row.line << ": " << row.reason;
+        else
+            EXPECT_EQ(text, row.expected) << "line " << row.line << ": " << row.reason << ": "
+                                          << raised.toStdString();
+    }
+}
+
+struct QuotedRow { int line; TFieldTypes quoted; TFieldType type; const char *op; QString value; QString expected;
+    const char *reason; };
+
+// A text value stays one literal whatever the model says about its quotes.
+TEST_F(ValueFormatTest, KeepsTextValuesInsideTheirQuotes)
+{
+    TNDBStructure &model = *s.model;
+    s.custName->AddOperator(model.GetOperator(model.AddOperator("Is", "is", "@f = @1", "", TextualTypes())));
+    const QuotedRow rows[] = {
+        {__LINE__, {}, ftString, "Equal", "x' OR '1'='1", "c.Name = 'x'' OR ''1''=''1'",
+         "a string type is quoted even when the model leaves it out"},
+        {__LINE__, {}, ftString, "InList", "a,b'", "c.Name in ('a','b''')", "and so is every list item"},
+        {__LINE__, {ftVariant}, ftVariant, "Equal", "O'Brien", "c.Name = 'O''Brien'",
+         "a quoted type of no group doubles its quotes"},
+        {__LINE__, TSQLFormats::DefaultQuotedTypes(), ftString, "Is", "x OR 1=1", "c.Name = 'x OR 1=1'",
+         "a template without quotes gets them around a text"},
+    };
+    for (const QuotedRow &row : rows) {
+        model.SQLFormats().SetQuotedTypes(row.quoted);
+        s.custName->SetFieldType(row.type);
+        EXPECT_EQ(ConditionText(s.custName, row.op, row.value, {}), row.expected)
+            << "line " << row.line << ": " << row.reason;
+    }
+}
+
+TEST_F(ValueFormatTest, ChecksTheValuesOfPredefinedConditions)
+{
+    s.bigCustomers->Values().Items(0)->SetDataType(ftInteger);
+    AddColumn(s.custId);
+    TFilterCond *cond = query.AddCustomCondition(query.Filter(), s.bigCustomers);
+    cond->SetValue(1, "3 OR 1=1");
+    EXPECT_TRUE(Raised<EConvertError>([&] { query.BuildQuery(); }).contains("3 OR 1=1"));
+    cond->SetValue(1, "3");
+    query.BuildQuery();
+    EXPECT_TRUE(query.QResult().WhereLines().join(' ').contains("> 3"));
 }
 
 TEST_F(ValueFormatTest, ExtractsDisplayTextsAndStoredValues)

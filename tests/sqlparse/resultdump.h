@@ -4,7 +4,9 @@
 //   flags | fields | tables | where
 // fields "expr[caption] as alias asc#order", tables "name:alias", brackets
 // "op(nodes)" with "_" for an empty operator, conditions "<left|op|right>"
-// with "$" when they hold a sub-query, "not " before a negated node.
+// with "$" when they hold a sub-query, "not " before a negated node and
+// "innernot " before one with a NOT of its own (inside it, or inside brackets
+// that read as the node).
 #include "sqlparse/parserresult.h"
 
 #include <QStringList>
@@ -16,6 +18,8 @@ namespace vm20::testing {
 inline QString DumpNode(const TSQLNode *node)
 {
     QString text = node->Negative() ? QStringLiteral("not ") : QString();
+    if (node->InnerNegative())
+        text += QStringLiteral("innernot ");
     if (auto *c = dynamic_cast<const TSQLCondition *>(node)) {
         text += QStringLiteral("<%1|%2|%3>").arg(c->LeftExpr(), c->Operation(), c->RightExpr());
         return c->ContainsSubQuery() ? text + QLatin1Char('$') : text;

@@ -1,0 +1,373 @@
+#include "designer/designarea.h"
+#include "designer/structdesignpanel.h"
+#include "designer/structuredesignerror.h"
+#include "designer/svgpaintdevice.h"
+#include "model/dbstructure.h"
+
+#include "common/printers.h"
+
+#include <gtest/gtest.h>
+
+#include <QApplication>
+#include <QContextMenuEvent>
+#include <QMenu>
+#include <QImage>
+#include <QKeyEvent>
+#include <QMouseEvent>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+#include <memory>
+
+namespace vm20 {
+namespace {
+
+void SendMouse(QWidget *widget, QEvent::Type type, QPoint pos, Qt::MouseButton button)
+{
+    const Qt::MouseButtons held = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::MouseButtons(button);
+    QMouseEvent event(type, QPointF(pos), QPointF(widget->mapToGlobal(pos)),
+                      type == QEvent::MouseMove ? Qt::NoButton : button, held, Qt::NoModifier);
+    QApplication::sendEvent(widget, &event);
+}
+
+void Click(QWidget *widget, QPoint pos)
+{
+    SendMouse(widget, QEvent::MouseButtonPress, pos, Qt::LeftButton);
+    SendMouse(widget, QEvent::MouseButtonRelease, pos, Qt::LeftButton);
+}
+
+void AddColumn(TNCustomDBStructure &model, TDSTable *table, const QString &column)
+{
+    auto field = std::make_unique<TDSField>(&model);
+    field->SetFieldKind(nfkData);
+    field->SetFieldExpr(column);
+    field->SetDisplayName(column);
+    field->Tables().Add(table);
+    model.AddFieldRef(std::move(field));
+}
+
+class StructDesignPanel : public ::testing::Test
+{
+public:
+    void SetUp() override
+    {
+        TDSTable *customers = model.GetTable(model.AddTable("customers", "Customers"));
+        TDSTable *orders = model.GetTable(model.AddTable("orders", "Orders"));
+        TDSTable *items = model.GetTable(model.AddTable("items", "Items"));
+        for (const char *c : {"id", "name", "city"})
+            AddColumn(model, customers, c);
+        for (const char *c : {"id", "customer_id", "placed_on"})
+            AddColumn(model, orders, c);
+        for (const char *c : {"order_id", "product", "quantity"})
+            AddColumn(model, items, c);
+        model.AddLinkByExpr("orders-customers:customer_id=id");
+        panel.resize(900, 600);
+        panel.OnConfirm = [this](const QString &question) {
+            questions << question;
+            return answer;
+        };
+        panel.SetStruct(&model);
+        panel.show();
+    }
+
+protected:
+    TTableRep *Rep(const char *name) { return panel.TableRep(model.TableByName(0, name)); }
+    QPoint FieldPoint(TTableRep *rep, const QString &field)
+    {
+        return rep->ListBox()->ItemRect(rep->ListBox()->IndexOf(field)).center();
+    }
+
+public:
+    TNDBStructure model;
+    TNStructDesignPanel panel;
+    QStringList questions;
+    bool answer = true;
+};
+
+TEST_F(StructDesignPanel, ShowsEveryTableArrangedAndEveryLinkOnItsFields)
+{
+    ASSERT_EQ(panel.TableReps().Count(), 3);
+    const QRect customers = Rep("customers")->geometry();
+    const QRect orders = Rep("orders")->geometry();
+    EXPECT_EQ(customers.topLeft(), QPoint(12, 10));
+    EXPECT_EQ(orders.topLeft(), QPoint(12 + customers.width() + 40, 10));
+    EXPECT_EQ(model.TableByName(0, "orders")->DesignPositions(),
+              QStringLiteral("%1,10,%2,%3").arg(orders.left()).arg(orders.width()).arg(orders.height()));
+
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    ASSERT_NE(link, nullptr);
+    ASSERT_EQ(link->Nodes1().Count(), 1);
+    const TLinkNode *onOrders = link->Nodes1().GetLinkNode(0);
+    const TLinkNode *onCustomers = link->Nodes2().GetLinkNode(0);
+    EXPECT_EQ(onOrders->X, orders.left() - 1) << "customers lie left of orders";
+    EXPECT_EQ(onCustomers->X, customers.right() + 2) << "right edge + 1";
+    const TTableRepListBox *list = Rep("orders")->ListBox();
+    const QRect row = list->ItemRect(list->IndexOf("customer_id"));
+    EXPECT_EQ(onOrders->Y, list->mapTo(panel.DesignArea()->Canvas(), row.topLeft()).y() + row.height() / 2)
+        << "the middle of the field's row";
+}
+
+TEST_F(StructDesignPanel, LinkDrawnByTwoClicksEndsInTheModelAndIsDeletedAgain)
+{
+    panel.SetActionHints(true);
+    int started = 0, finished = 0;
+    panel.OnAddLinkStart = [&](TNStructDesignPanel *) { ++started; };
+    panel.OnAddLinkFinish = [&](TNStructDesignPanel *) { ++finished; };
+    TTableRep *items = Rep("items");
+    TTableRep *orders = Rep("orders");
+
+    panel.StartAddLink();
+    EXPECT_EQ(panel.CurrentHint(), "Select a field in the first linking table");
+    Click(items->ListBox(), FieldPoint(items, "order_id"));
+    EXPECT_EQ(panel.AddLinkStage(), 2);
+    EXPECT_EQ(panel.CurrentHint(), "Select a field in the second linking table");
+    Click(orders->ListBox(), FieldPoint(orders, "id"));
+
+    ASSERT_EQ(model.GetLinkCount(), 2);
+    TDSLink *added = model.GetLink(1);
+    EXPECT_EQ(added->Table1(), items->Table());
+    EXPECT_EQ(added->Table2(), orders->Table());
+    EXPECT_EQ(added->Fields1(), QStringList{"order_id"});
+    EXPECT_EQ(added->Fields2(), QStringList{"id"});
+    EXPECT_EQ(panel.AddLinkStage(), 0);
+    EXPECT_EQ(panel.CurrentHint(), "To add/delete tables and links - right click on selected object and chose necessary operation");
+    EXPECT_EQ(started, 1);
+    EXPECT_EQ(finished, 1);
+    ASSERT_NE(panel.LinkRep(added), nullptr);
+    EXPECT_EQ(panel.ActiveLink(), panel.LinkRep(added));
+
+    answer = false;
+    panel.DeleteActiveLink();
+    EXPECT_EQ(model.GetLinkCount(), 2) << "a refused confirmation keeps the link";
+    answer = true;
+    QKeyEvent del(QEvent::KeyPress, Qt::Key_Delete, Qt::NoModifier);
+    QApplication::sendEvent(&panel, &del);
+    EXPECT_EQ(model.GetLinkCount(), 1);
+    EXPECT_EQ(questions, (QStringList{"Delete Link?", "Delete Link?"}));
+    EXPECT_EQ(panel.LinkRep(added), nullptr);
+}
+
+TEST_F(StructDesignPanel, AddingALinkEndsWithoutALinkWhenCancelled)
+{
+    struct Row { int line; std::function<void(StructDesignPanel &)> cancel; const char *why; };
+    const Row rows[] = {
+        {__LINE__, [](StructDesignPanel &t) {
+             QKeyEvent esc(QEvent::KeyPress, Qt::Key_Escape, Qt::NoModifier);
+             QApplication::sendEvent(&t.panel, &esc);
+         }, "Escape"},
+        {__LINE__, [](StructDesignPanel &t) { Click(t.panel.DesignArea()->Canvas(), {880, 580}); },
+         "a click beside the tables"},
+        {__LINE__, [](StructDesignPanel &t) { t.model.ClearStructure(); }, "the model cleared meanwhile"},
+    };
+    for (const Row &r : rows) {
+        SetUp();   // a fresh model and panel state per row
+        panel.StartAddLink();
+        TTableRep *items = Rep("items");
+        Click(items->ListBox(), FieldPoint(items, "order_id"));
+        const int links = model.GetLinkCount();
+        r.cancel(*this);
+        EXPECT_EQ(panel.AddLinkStage(), 0) << r.line << ": " << r.why;
+        EXPECT_LE(model.GetLinkCount(), links) << r.line << ": no link added: " << r.why;
+        EXPECT_EQ(panel.LinkReps().Count(), model.GetLinkCount()) << r.line << ": " << r.why;
+        model.ClearStructure();
+    }
+}
+
+TEST_F(StructDesignPanel, DraggedTableTakesItsLinksAlong)
+{
+    TTableRep *orders = Rep("orders");
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    const TLinkNode before = *link->Nodes1().GetLinkNode(0);
+    const QPoint grip(20, 5);   // in the title bar
+    SendMouse(orders, QEvent::MouseButtonPress, grip, Qt::LeftButton);
+    SendMouse(orders, QEvent::MouseMove, grip + QPoint(60, 90), Qt::LeftButton);
+    SendMouse(orders, QEvent::MouseButtonRelease, grip + QPoint(60, 90), Qt::LeftButton);
+
+    const TLinkNode after = *link->Nodes1().GetLinkNode(0);
+    EXPECT_EQ(after.X - before.X, 60);
+    EXPECT_EQ(after.Y - before.Y, 90);
+    EXPECT_EQ(model.TableByName(0, "orders")->DesignTop(), 100);
+    EXPECT_EQ(panel.ActiveTable(), orders);
+}
+
+TEST_F(StructDesignPanel, ScrolledFieldMovesItsLinkEndToTheTitle)
+{
+    TTableRep *orders = Rep("orders");
+    const TTableMetrics &m = orders->ListBox()->Metrics();
+    orders->resize(orders->width(), 2 * m.Border + m.TitleHeight + m.RowHeight);   // one row shown
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    orders->ListBox()->SetTopIndex(2);   // customer_id (row 1) is now above the first visible row
+    EXPECT_EQ(link->Nodes1().GetLinkNode(0)->Y, orders->y() + 10);
+}
+
+TEST_F(StructDesignPanel, OddLinksAndTablesAreShownWithoutFailing)
+{
+    model.AddTable("empty", "No fields");
+    model.AddLinkByExpr("items-orders:fld:order_id=id,product=val:'x'");
+    TDSLink *ghost = model.AddLinkByExpr("items-customers:nowhere=id");
+    // The model lists the ghost column as a join column, so it is shown.
+    TTableRep *items = Rep("items");
+    ASSERT_NE(items, nullptr);
+    EXPECT_GE(items->ListBox()->IndexOf("nowhere"), 0);
+    TLinkRep *valueLink = panel.LinkRep(model.GetLink(1));
+    ASSERT_NE(valueLink, nullptr);
+    EXPECT_EQ(valueLink->Nodes1().Count(), 2) << "fld: prefix removed, product kept";
+    EXPECT_EQ(valueLink->Nodes2().Count(), 1) << "the val: entry has no end";
+    EXPECT_NE(panel.LinkRep(ghost), nullptr);
+    EXPECT_NE(Rep("empty"), nullptr);
+    QImage image(panel.DiagramSize(), QImage::Format_ARGB32);
+    panel.RenderTo(&image);
+}
+
+TEST_F(StructDesignPanel, SavedModelReopensWithTheSameDiagram)
+{
+    Rep("items")->move(300, 250);
+    TNDBStructure reopened;
+    reopened.SetStructureAsText(model.GetStructureAsText());
+    TNStructDesignPanel other;
+    other.resize(900, 600);
+    other.SetStruct(&reopened);
+    other.Activate();
+    for (const char *name : {"customers", "orders", "items"})
+        EXPECT_EQ(other.TableRep(reopened.TableByName(0, name))->geometry(), Rep(name)->geometry()) << name;
+}
+
+TEST_F(StructDesignPanel, DiagramRendersAsSvgWithTablesAndLines)
+{
+    TSvgPaintDevice svg(panel.DiagramSize());
+    panel.RenderTo(&svg);
+    const QString text = QString::fromUtf8(svg.Svg());
+    EXPECT_TRUE(text.contains("<svg")) << qPrintable(text.left(200));
+    for (const char *title : {">Customers<", ">Orders<", ">Items<", ">customer_id<"})
+        EXPECT_TRUE(text.contains(title)) << title;
+    EXPECT_TRUE(text.contains("<line")) << "the link";
+}
+
+TEST_F(StructDesignPanel, FullScreenFormHoldsThePanelUntilRestored)
+{
+    QWidget host;
+    auto *layout = new QVBoxLayout(&host);
+    TNStructDesignPanel *inner = new TNStructDesignPanel;
+    layout->addWidget(inner);
+    inner->SetFullScreenMode(true);
+    ASSERT_NE(inner->FullScreenForm(), nullptr);
+    EXPECT_TRUE(inner->FullScreenForm()->windowTitle().startsWith("Design panel full screen mode "));
+    EXPECT_EQ(inner->parentWidget(), inner->FullScreenForm());
+    EXPECT_EQ(inner->FullScreenButton()->toolTip(), "Restore");
+    inner->FullScreenForm()->close();
+    EXPECT_FALSE(inner->FullScreenMode());
+    EXPECT_EQ(inner->parentWidget(), &host);
+    EXPECT_EQ(layout->indexOf(inner), 0);
+}
+
+TEST_F(StructDesignPanel, TableDeletedFromItsOwnMenuTakesItsLinks)
+{
+    TTableRep *orders = Rep("orders");
+    panel.MenuHook = [](QMenu *menu, QPoint) -> QAction * {
+        for (QAction *action : menu->actions())
+            if (action->text() == "Delete table")
+                return action;
+        return nullptr;
+    };
+    QContextMenuEvent menu(QContextMenuEvent::Mouse, QPoint(20, 5), orders->mapToGlobal(QPoint(20, 5)));
+    QApplication::sendEvent(orders, &menu);   // the window is deleted while it handles this
+    EXPECT_EQ(questions, QStringList{"Delete table?"});
+    EXPECT_EQ(model.TableByName(0, "orders"), nullptr);
+    EXPECT_EQ(model.GetLinkCount(), 0);
+    EXPECT_EQ(panel.TableReps().Count(), 2);
+    EXPECT_EQ(panel.LinkReps().Count(), 0);
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+}
+
+TEST_F(StructDesignPanel, ThousandTablesAreArrangedWithoutOverlap)
+{
+    model.BeginUpdate();
+    for (int i = 0; i < 1000; ++i)
+        model.AddTable(QStringLiteral("t%1").arg(i), QStringLiteral("Table number %1").arg(i));
+    model.EndUpdate();
+    model.Changed();
+    ASSERT_EQ(panel.TableReps().Count(), 1003);
+    panel.ArrangeTables();
+    const std::vector<QRect> rects = panel.TableRects();
+    for (size_t i = 0; i < rects.size(); ++i)
+        for (size_t j = i + 1; j < rects.size(); ++j)
+            ASSERT_FALSE(rects[i].intersects(rects[j])) << i << " and " << j;
+    EXPECT_GE(panel.DesignArea()->Canvas()->height(), rects.back().bottom()) << "the area scrolls to the last";
+}
+
+TEST(StructDesignPanelAlone, ActivatingWithoutAModelRaisesItsOwnError)
+{
+    TNStructDesignPanel panel;
+    try {
+        panel.Activate();
+        FAIL() << "no error";
+    } catch (const EStructureDesignError &e) {
+        EXPECT_EQ(e.Message(), "Structure is not specified");
+    }
+    EXPECT_FALSE(panel.Active());
+}
+
+TEST_F(StructDesignPanel, TablesWithoutAPlaceGoBesideThePlacedOnes)
+{
+    TNDBStructure other;
+    other.SetStructureAsText(model.GetStructureAsText());
+    for (int i = 0; i < other.GetTableCount(); ++i)
+        other.GetTable(i)->SetDesignPositions("0,0,0,0");
+    other.TableByName(0, "orders")->SetDesignPositions("500,300,120,90");
+    TNStructDesignPanel second;
+    second.resize(900, 600);
+    second.SetStruct(&other);
+    second.Activate();
+    const QRect orders = second.TableRep(other.TableByName(0, "orders"))->geometry();
+    EXPECT_EQ(orders, QRect(500, 300, 120, 90)) << "a saved place is kept";
+    const QRect customers = second.TableRep(other.TableByName(0, "customers"))->geometry();
+    EXPECT_EQ(customers.topLeft(), QPoint(620 + customers.width() + 40, 300))
+        << "right of the placed one, one table width beyond the gap";
+    for (const QRect &r : second.TableRects())
+        for (const QRect &s : second.TableRects())
+            EXPECT_TRUE(r == s || !r.intersects(s));
+}
+
+TEST_F(StructDesignPanel, RoutedLinksKeepOffTheTablesInBetween)
+{
+    // items sits between customers and orders on one line.
+    Rep("customers")->move(12, 10);
+    Rep("items")->move(250, 10);
+    Rep("orders")->move(500, 10);
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    ASSERT_TRUE(link->Route().empty());
+    panel.SetLinkRouting(lrAroundTables);
+    ASSERT_GE(link->Route().size(), 3u) << "a detour";
+    const QRect items = Rep("items")->geometry();
+    for (size_t i = 1; i < link->Route().size(); ++i)
+        EXPECT_FALSE(SegmentCrossesRect(link->Route()[i - 1], link->Route()[i], items));
+    const QPoint corner = link->Route()[1];
+    EXPECT_EQ(panel.LinkReps().IsOverSomeLink(corner.x(), corner.y()), link) << "the detour is clickable";
+}
+
+TEST_F(StructDesignPanel, HintLineFollowsTheMouse)
+{
+    panel.SetActionHints(true);
+    TLinkRep *link = panel.LinkRep(model.GetLink(0));
+    const TLinkNode *n1 = link->Nodes1().GetLinkNode(0);
+    const TLinkNode *n2 = link->Nodes2().GetLinkNode(0);
+    const QPoint onLine = (LinkJunction(*n1) + LinkJunction(*n2)) / 2;
+    struct Row { int line; std::function<void()> move; const char *hint; };
+    const Row rows[] = {
+        {__LINE__, [&] { SendMouse(Rep("items"), QEvent::MouseMove, {30, 30}, Qt::NoButton); },
+         "Click inside table to select it"},
+        {__LINE__, [&] { SendMouse(panel.DesignArea()->Canvas(), QEvent::MouseMove, onLine, Qt::NoButton); },
+         "Click on link line to select it"},
+        {__LINE__, [&] { SendMouse(panel.DesignArea()->Canvas(), QEvent::MouseMove, {880, 580}, Qt::NoButton); },
+         "To add/delete tables and links - right click on selected object and chose necessary operation"},
+    };
+    for (const Row &r : rows) {
+        r.move();
+        EXPECT_EQ(panel.CurrentHint(), r.hint) << r.line;
+    }
+    panel.SetActionHints(false);
+    EXPECT_EQ(panel.CurrentHint(), QString());
+}
+
+} // namespace
+} // namespace vm20
