@@ -112,6 +112,15 @@ void TNResultFieldsPanel::SetQuery(TNQuery *query)
     }
     SetDBStruct(query->DBStruct());
     SetResultFields(&query->RFields());
+    // A query freed before the panel takes its list with it: let go of it
+    // without telling it anything.
+    connect(query, &QObject::destroyed, this, [this, list = &query->RFields()] {
+        if (FResultFields != list)
+            return;
+        FResultFields = nullptr;
+        ClearAll();
+        FActive = false;
+    });
     if (FDBStruct)
         Activate();
 }

@@ -81,6 +81,11 @@ protected:
             return 0;
         };
     }
+    void TearDown() override
+    {
+        delete panel;
+        HostTest::TearDown();
+    }
     TDSField *Field(const char *name) { return model.FieldByName(1, QString::fromUtf8(name)); }
     TResultField *Column(const char *name, const QString &formula = QStringLiteral("@1"))
     {
@@ -237,8 +242,8 @@ TEST_F(RFPanelTest, ColumnsEditedByKeyboardFollowInSql)
 
 TEST_F(RFPanelTest, MissingOrEmptyModelIsReported)
 {
-    TNResultFieldsPanel bare;
     TRFieldList list;
+    TNResultFieldsPanel bare;
     bare.SetResultFields(&list);
     EXPECT_THROW(
         {
