@@ -241,6 +241,8 @@ GalleryShot Buttons(bool pressed, bool hovered)
 
 } // namespace
 
+std::vector<GalleryState> ResultPanelStates();
+
 std::vector<GalleryState> GalleryStates()
 {
     const auto ltr = Qt::LeftToRight;
@@ -312,6 +314,8 @@ std::vector<GalleryState> GalleryStates()
         {QStringLiteral("buttons-pressed"), [] { return Buttons(true, false); }},
     };
     for (GalleryState &state : DesignerStates())
+        states.push_back(std::move(state));
+    for (GalleryState &state : ResultPanelStates())
         states.push_back(std::move(state));
     return states;
 }

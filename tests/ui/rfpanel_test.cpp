@@ -1,0 +1,278 @@
+// The result column panel: row placement, what a row shows, the row menu,
+// moves and deletions by mouse and keyboard, with the SQL following.
+#include "model/dbstructure.h"
+#include "query/query.h"
+#include "query/resultfield.h"
+#include "ui/dropdownpopup.h"
+#include "ui/resultfieldspanel.h"
+#include "ui/rfpanelerror.h"
+#include "ui/rfrowgeometry.h"
+#include "uitest.h"
+
+#include <gmock/gmock.h>
+
+#include <QAction>
+#include <QScrollBar>
+
+namespace vm20 {
+namespace {
+
+TEST(RFRowGeometry, PlacesButtonsAndAddRowLabel)
+{
+    const TRFRowSpacing spacing;   // 5, 5, 3, 5
+    struct Case
+    {
+        int line;
+        int row, textHeight;
+        QPoint scroll;
+        QRect expected;
+        const char *why;
+    } cases[] = {
+        {__LINE__, 2, 13, {}, QRect(5, 39, 20, 14), "third row below two 14-pixel rows and gaps"},
+        {__LINE__, 0, 13, {}, QRect(5, 5, 20, 14), "first row at the margins"},
+        {__LINE__, 2, 13, {3, 10}, QRect(2, 29, 20, 14), "scrolling shifts the row back"},
+    };
+    for (const Case &c : cases)
+        EXPECT_EQ(RFRowButtonRect(spacing, c.row, c.textHeight, 20, c.scroll), c.expected)
+            << "line " << c.line << ": " << c.why;
+    EXPECT_EQ(RFAddRowLabelPos(spacing, QRect(), {}), QPoint(5, 5));
+    EXPECT_EQ(RFAddRowLabelPos(spacing, QRect(5, 39, 20, 14), {}), QPoint(5, 58));
+    EXPECT_EQ(RFMirrorX(5, 20, 200, true), 175);
+}
+
+TEST(RFRowGeometry, SplitsFormulaAtFirstPlaceholder)
+{
+    struct Case
+    {
+        int line;
+        QString formula, leading, trailing;
+        bool hasField;
+    } cases[] = {
+        {__LINE__, "sum(@1)", "sum(", ")", true},
+        {__LINE__, "@1", "", "", true},
+        {__LINE__, "@1 + @1", "", " + @1", true},
+        {__LINE__, "count(*)", "count(*)", "", false},
+    };
+    for (const Case &c : cases) {
+        const TRFExpressionParts parts = SplitRFExpression(c.formula);
+        EXPECT_EQ(parts.Leading, c.leading) << "line " << c.line;
+        EXPECT_EQ(parts.Trailing, c.trailing) << "line " << c.line;
+        EXPECT_EQ(parts.HasField, c.hasField) << "line " << c.line;
+    }
+}
+
+class RFPanelTest : public HostTest
+{
+protected:
+    void SetUp() override
+    {
+        HostTest::SetUp();
+        model.LoadFromFile(QStringLiteral(VM20_SOURCE_DIR "/examples/shop.model"));
+        query.SetDBStruct(&model);
+        panel = new TNResultFieldsPanel(host.get());
+        panel->resize(380, 280);
+        panel->show();
+        panel->SetQuery(&query);
+        panel->MenuHook = [this](QMenu *menu, QPoint) {
+            menuSeen = menu;
+            for (QAction *a : menu->actions())
+                if (a->text() == chosen)
+                    return a->isEnabled() ? a->data().toInt() : 0;
+            return 0;
+        };
+    }
+    void TearDown() override
+    {
+        delete panel;
+        HostTest::TearDown();
+    }
+    TDSField *Field(const char *name) { return model.FieldByName(1, QString::fromUtf8(name)); }
+    TResultField *Column(const char *name, const QString &formula = QStringLiteral("@1"))
+    {
+        TResultField *column = query.RFields().Add(QString(), {Field(name)}, formula);
+        panel->Refresh();
+        return column;
+    }
+    bool Enabled(const QString &caption)
+    {
+        for (QAction *a : panel->RowPopup()->actions())
+            if (a->text() == caption)
+                return a->isEnabled();
+        ADD_FAILURE() << "no entry " << caption.toStdString();
+        return false;
+    }
+    void ClickButton(int row)
+    {
+        QTest::mouseClick(panel->Row(row)->Button(), Qt::LeftButton);
+    }
+    QString Sql()
+    {
+        query.BuildQuery();
+        return query.GetSQL().join(QLatin1Char('\n'));
+    }
+    QString SelectList() { return Sql().section(QStringLiteral("FROM"), 0, 0).simplified(); }
+
+    TNDBStructure model;
+    TNQuery query;
+    TNResultFieldsPanel *panel = nullptr;
+    QString chosen;
+    QMenu *menuSeen = nullptr;
+};
+
+TEST_F(RFPanelTest, RowsUseThePureLayout)
+{
+    Column("Product");
+    Column("Customer");
+    Column("Region");
+    const int h = QFontMetrics(panel->font()).height();
+    const QRect b = panel->Row(2)->Button()->geometry();
+    EXPECT_EQ(b.top(), 5 + 2 * (3 + h + 1));
+    EXPECT_EQ(b.height(), h + 1);
+    EXPECT_EQ(panel->Row(2)->Button()->Caption(), "3");
+    EXPECT_EQ(panel->AddRowLabel()->geometry().topLeft(), QPoint(5, b.bottom() + 1 + 3 + 2));
+    EXPECT_EQ(panel->AddRowLabel()->text(), "< Click to add new field >");
+}
+
+TEST_F(RFPanelTest, RowReadsLikeASentence)
+{
+    Column("List price", QStringLiteral("sum(@1)"));
+    TResultField *plain = Column("Product");
+    TResultFieldRow *agg = panel->Row(0);
+    ASSERT_TRUE(agg->TextLabel1() && agg->TextLabel2() && agg->FieldLabel());
+    EXPECT_EQ(agg->TextLabel1()->text(), "SUM(");
+    EXPECT_EQ(agg->FieldLabel()->Caption(), "List price");
+    EXPECT_EQ(agg->TextLabel2()->text(), ")");
+    EXPECT_LT(agg->TextLabel2()->x(), agg->SortLabel()->x()) << "the sort label goes last";
+    EXPECT_EQ(agg->SortLabel()->Caption(), "Not Sorted");
+
+    TResultFieldRow *row = panel->Row(1);
+    EXPECT_FALSE(row->TextLabel1());
+    EXPECT_FALSE(row->TextLabel2());
+    row->FieldLabel()->SetValue(QString::number(Field("Customer")->ID()));
+    row->AfterDropUpLabel(true);
+    EXPECT_EQ(plain->Caption(), "Customer") << "a bare field column takes the new field's caption";
+    EXPECT_EQ(panel->Row(1)->FieldLabel()->Caption(), "Customer");
+
+    panel->Appearance().SetOption(TRFPAppearance::aoShowGroupName, true);
+    panel->Refresh();
+    EXPECT_EQ(panel->Row(1)->FieldLabel()->Caption(),
+              Field("Customer")->GetCompoundName(QStringLiteral(".")));
+}
+
+TEST_F(RFPanelTest, MenuEntriesFollowThePosition)
+{
+    Column("Product");
+    ClickButton(0);
+    EXPECT_FALSE(Enabled("Move Up")) << "single row";
+    EXPECT_FALSE(Enabled("Move Down")) << "single row";
+    EXPECT_TRUE(Enabled("Delete current field"));
+    Column("Customer");
+    ClickButton(0);
+    EXPECT_FALSE(Enabled("Move Up")) << "first row";
+    EXPECT_TRUE(Enabled("Move Down"));
+    ClickButton(1);
+    EXPECT_TRUE(Enabled("Move Up"));
+    EXPECT_FALSE(Enabled("Move Down")) << "last row";
+
+    panel->SetTitle(QStringLiteral("ttlMoveUp"), QStringLiteral("Earlier"));
+    ClickButton(1);
+    EXPECT_TRUE(Enabled("Earlier")) << "renamed entries are still found";
+}
+
+TEST_F(RFPanelTest, SortPositionsCountSortedColumnsOnly)
+{
+    Column("Product")->SetSorting(stAscending);
+    Column("Customer");
+    Column("Region")->SetSorting(stDescending);
+    panel->Refresh();
+    panel->RefreshSortOrder();
+    EXPECT_EQ(query.RFields().GetRField(0)->SortOrder(), 1);
+    EXPECT_EQ(query.RFields().GetRField(2)->SortOrder(), 2);
+    EXPECT_EQ(panel->Row(2)->SortLabel()->Caption(), "Descending");
+}
+
+TEST_F(RFPanelTest, ColumnsEditedByMouseFollowInSql)
+{
+    QTest::mouseClick(panel->AddRowLabel(), Qt::LeftButton);
+    ASSERT_EQ(panel->RowCount(), 1);
+    const QString first = model.GetFirstResultField()->DisplayName();
+    EXPECT_EQ(query.RFields().GetRField(0)->Caption(), first);
+    TResultFieldRow *row = panel->Row(0);
+    row->FieldLabel()->SetValue(QString::number(Field("Product")->ID()));
+    row->SortLabel()->SetValue(QStringLiteral("2"));
+    row->AfterDropUpLabel(true);
+    Column("Customer");
+    EXPECT_THAT(Sql().toStdString(), testing::HasSubstr("ORDER BY"));
+    const QString before = SelectList();
+    EXPECT_LT(before.indexOf("Product"), before.indexOf("Customer")) << before.toStdString();
+
+    chosen = QStringLiteral("Move Down");
+    ClickButton(0);
+    EXPECT_EQ(panel->Row(1)->RField(), query.RFields().GetRField(1));
+    const QString moved = SelectList();
+    EXPECT_GT(moved.indexOf("Product"), moved.indexOf("Customer")) << moved.toStdString();
+
+    chosen = QStringLiteral("Delete current field");
+    ClickButton(1);
+    ASSERT_EQ(panel->RowCount(), 1);
+    EXPECT_EQ(query.RFields().Count(), 1);
+    EXPECT_THAT(Sql().toStdString(), testing::Not(testing::HasSubstr("ORDER BY")));
+    EXPECT_EQ(panel->Row(0)->Button()->Caption(), "1");
+}
+
+TEST_F(RFPanelTest, ColumnsEditedByKeyboardFollowInSql)
+{
+    Column("Product");
+    Column("Customer");
+    panel->setFocus();
+    QTest::keyClick(panel, Qt::Key_Down);
+    EXPECT_EQ(panel->CurrentRow(), panel->Row(0));
+    QTest::keyClick(panel, Qt::Key_Down, Qt::ControlModifier);
+    EXPECT_EQ(panel->CurrentRow(), panel->Row(1)) << "the current row moves with its column";
+    const QString moved = SelectList();
+    EXPECT_GT(moved.indexOf("Product"), moved.indexOf("Customer")) << moved.toStdString();
+    QTest::keyClick(panel, Qt::Key_Delete);
+    EXPECT_EQ(panel->RowCount(), 2) << "Delete alone keeps the column";
+    QTest::keyClick(panel, Qt::Key_Delete, Qt::ControlModifier);
+    ASSERT_EQ(panel->RowCount(), 1);
+    EXPECT_THAT(SelectList().toStdString(), testing::Not(testing::HasSubstr("Product")));
+    QTest::keyClick(panel, Qt::Key_Insert);
+    EXPECT_EQ(query.RFields().Count(), 2);
+}
+
+TEST_F(RFPanelTest, MissingOrEmptyModelIsReported)
+{
+    TRFieldList list;
+    TNResultFieldsPanel bare;
+    bare.SetResultFields(&list);
+    EXPECT_THROW(
+        {
+            try {
+                bare.Activate();
+            } catch (const ERFPanelError &e) {
+                EXPECT_EQ(e.Message(), "DBStructure is not specified");
+                throw;
+            }
+        },
+        ERFPanelError);
+    TNDBStructure empty;
+    bare.SetDBStruct(&empty);
+    try {
+        bare.AddEmptyRow();
+        ADD_FAILURE() << "no error on an empty model";
+    } catch (const ERFPanelError &e) {
+        EXPECT_EQ(e.Message(), "Structure is empty");
+    }
+    EXPECT_EQ(list.Count(), 0);
+}
+
+TEST_F(RFPanelTest, DefaultTitlesAreSeven)
+{
+    panel->SetTitles({});
+    panel->LoadDefaultTitles();
+    EXPECT_EQ(panel->Titles().size(), 7);
+    EXPECT_EQ(panel->Title(QStringLiteral("ttlDescending")), "Descending");
+}
+
+} // namespace
+} // namespace vm20
