@@ -149,13 +149,17 @@ void TNStructDesignPanel::LinkField2Selected(TTableRep *rep, const QString &fiel
         LinkField1Selected(rep, fieldName);
         return;
     }
+    // The link's setters already tell the model's listeners, and a model change
+    // cancels a link being added: finish the stage before building the link.
+    TDSTable *table1 = FLinkTable1->Table();
+    const QString field1 = FLinkField1;
+    FinishAddLink();
     auto link = std::make_unique<TDSLink>(FStruct);
-    link->SetTable1(FLinkTable1->Table());
+    link->SetTable1(table1);
     link->SetTable2(rep->Table());
-    link->SetFields1({FLinkField1});
+    link->SetFields1({field1});
     link->SetFields2({fieldName});
     TDSLink *added = link.get();
-    FinishAddLink();
     FStruct->AddLinkByRef(std::move(link));   // the change notification draws it
     SetActiveLink(LinkRep(added));
 }
