@@ -260,6 +260,10 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
         FSlots[std::size_t(i == 1 ? rsFirstValue : rsSecondValue)].reset(label);
         label->setFont(FPanel->font());
         label->SetCaption(texts.value(i == 1 ? 0 : 2));
+        // A date or time label shows its day count as the locale's text; a
+        // parameter keeps its name.
+        if ((kind == vlkDate || kind == vlkTime) && !cond->GetValueIsParam(i) && !cond->GetValue(i).isEmpty())
+            label->SetValue(cond->GetValue(i));
         FillListOnDrop(label, i);
         ApplyColor(label, look.ValueColor());
         label->hide();
