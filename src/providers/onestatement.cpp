@@ -102,6 +102,12 @@ qsizetype CheckPiece(const QString &text, qsizetype from)
 
 void CheckOneSelect(const QString &sql)
 {
+    // Drivers hand the text on as a C string: a NUL would end it early, and
+    // other control characters have no place in a statement this library reads.
+    for (const QChar c : sql) {
+        if (c.unicode() < 0x20 && c != QLatin1Char('\t') && c != QLatin1Char('\n') && c != QLatin1Char('\r'))
+            Refuse(QStringLiteral("a control character"));
+    }
     TNScanner scanner;
     scanner.SetSourceStyle(sstSQL);
     scanner.SetSource(QStringList{sql});

@@ -36,6 +36,8 @@ TEST(CheckOneSelect, PassesOneSelectAndRefusesEverythingThatCouldBeMore)
         {__LINE__, "SELECT E'\\''; DROP TABLE t; --'", false, "an escape string ends elsewhere"},
         {__LINE__, "SELECT 1 /* /* */ ' */; DROP TABLE t; -- '", false, "a nested comment ends elsewhere"},
         {__LINE__, "SELECT 1 /* never closed", false, "an unterminated comment"},
+        {__LINE__, "SELECT 1\tFROM t\r\nWHERE a = 1", true, "tabs and line ends are blanks"},
+        {__LINE__, "SELECT 1 FROM t WHERE a = 'x\x01'", false, "a control character, even inside a literal"},
     };
     for (const Row &row : rows) {
         const QString sql = QString::fromUtf8(row.sql);
