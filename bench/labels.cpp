@@ -1,5 +1,6 @@
 // Drop-down labels in bulk: a condition panel of n/5 rows holds about n
 // labels; and opening the field menu of a large model.
+#include "widgetbench.h"
 #include "ui/dropdownchecklistbox.h"
 #include "ui/dropdownedit.h"
 #include "ui/dropdownpopup.h"
@@ -101,11 +102,5 @@ BENCHMARK(BM_OpenFlatMenu)->Arg(5000)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return RunWidgetBenchmarks(argc, argv);
 }

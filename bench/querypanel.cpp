@@ -1,6 +1,7 @@
 // The condition panel over large queries: activating it (row views created
 // and placed), rebuilding it after an appearance change, painting one
 // screenful after a scroll, and the memory a row takes.
+#include "widgetbench.h"
 #include "model/valueeditors.h"
 #include "query/filtercond.h"
 #include "query/query.h"
@@ -140,12 +141,5 @@ BENCHMARK(BM_PaintAfterScroll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisec
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    QApplication::setFont(QFont(QStringLiteral("DejaVu Sans"), 9));
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return RunWidgetBenchmarks(argc, argv);
 }

@@ -1,5 +1,6 @@
 // The result column panel with 200 columns: activating it, and moving or
 // deleting one column.
+#include "widgetbench.h"
 #include "model/dbstructure.h"
 #include "query/query.h"
 #include "query/resultfield.h"
@@ -78,11 +79,5 @@ BENCHMARK(BM_DeleteRow)->Unit(benchmark::kMillisecond);
 
 int main(int argc, char **argv)
 {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    QApplication app(argc, argv);
-    benchmark::Initialize(&argc, argv);
-    benchmark::RunSpecifiedBenchmarks();
-    benchmark::Shutdown();
-    return 0;
+    return RunWidgetBenchmarks(argc, argv);
 }
