@@ -240,6 +240,30 @@ TEST_F(RFPanelTest, ColumnsEditedByKeyboardFollowInSql)
     EXPECT_EQ(query.RFields().Count(), 2);
 }
 
+TEST_F(RFPanelTest, PanelFollowsColumnsChangedInCode)
+{
+    Column("Product");
+    query.RFields().Add(QString(), {Field("Customer")}, QStringLiteral("max(@1)"));
+    ASSERT_EQ(panel->RowCount(), 2);
+    EXPECT_EQ(panel->Row(1)->TextLabel1()->text(), "MAX(");
+
+    query.RFields().Move(1, 0);
+    EXPECT_EQ(panel->Row(0)->RField(), query.RFields().GetRField(0)) << "rows move with their columns";
+    EXPECT_EQ(panel->Row(1)->Button()->Caption(), "2") << "and are numbered again";
+
+    query.RFields().GetRField(0)->SetSorting(stDescending);
+    EXPECT_EQ(panel->Row(0)->SortLabel()->Caption(), "Descending");
+
+    query.RFields().Delete(0);
+    EXPECT_EQ(panel->RowCount(), 1);
+    query.RFields().Clear();
+    EXPECT_EQ(panel->RowCount(), 0);
+
+    QTest::mouseClick(panel->AddRowLabel(), Qt::LeftButton);
+    EXPECT_EQ(panel->RowCount(), 1) << "the panel stays usable after a clear";
+    EXPECT_EQ(query.RFields().Count(), 1);
+}
+
 TEST_F(RFPanelTest, MissingOrEmptyModelIsReported)
 {
     TRFieldList list;
