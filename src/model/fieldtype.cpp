@@ -38,6 +38,23 @@ bool IsValidFieldType(int ordinal)
     return ordinal >= 0 && ordinal < FieldTypeCount;
 }
 
+bool IsIntegerType(TFieldType type)
+{
+    switch (type) {
+    case ftSmallint:
+    case ftInteger:
+    case ftWord:
+    case ftAutoInc:
+    case ftLargeint:
+    case ftLongWord:
+    case ftShortint:
+    case ftByte:
+        return true;
+    default:
+        return false;
+    }
+}
+
 QString FldTypeToStr(TFieldType type)
 {
     if (!IsValidFieldType(type))

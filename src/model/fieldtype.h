@@ -29,5 +29,7 @@ using TFieldTypes = TSet<TFieldType>;
 QString FldTypeToStr(TFieldType type);
 TFieldType StrToFldType(const QString &name);
 bool IsValidFieldType(int ordinal);
+// The whole-number types: their values are digits with an optional sign.
+bool IsIntegerType(TFieldType type);
 
 } // namespace vm20

@@ -39,23 +39,6 @@ bool IsPlainInteger(const QString &text)
     return true;
 }
 
-bool IsIntegerType(TFieldType type)
-{
-    switch (type) {
-    case ftSmallint:
-    case ftInteger:
-    case ftWord:
-    case ftAutoInc:
-    case ftLargeint:
-    case ftLongWord:
-    case ftShortint:
-    case ftByte:
-        return true;
-    default:
-        return false;
-    }
-}
-
 // Numbers written as the user typed them, digits and all.
 bool IsExactNumberType(TFieldType type)
 {

@@ -1,6 +1,7 @@
 #include "ui/valuelabel.h"
 
 #include "model/dsfield.h"
+#include "model/fieldtype.h"
 #include "query/filtercond.h"
 #include "ui/dropdownchecklistbox.h"
 #include "ui/dropdowndatetimeedit.h"
@@ -15,6 +16,8 @@ namespace {
 
 TValueLabelKind ByFieldType(TFieldType type)
 {
+    if (IsIntegerType(type))
+        return vlkInteger;
     switch (type) {
     case ftBoolean:
         return vlkBoolean;
@@ -26,15 +29,6 @@ TValueLabelKind ByFieldType(TFieldType type)
         return vlkDate;
     case ftTime:
         return vlkTime;
-    case ftSmallint:
-    case ftInteger:
-    case ftWord:
-    case ftAutoInc:
-    case ftLargeint:
-    case ftLongWord:
-    case ftShortint:
-    case ftByte:
-        return vlkInteger;
     case ftFloat:
     case ftCurrency:
     case ftBCD:
