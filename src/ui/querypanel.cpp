@@ -687,4 +687,14 @@ void TNQueryPanel::changeEvent(QEvent *event)
         RebuildQuietly();
 }
 
+// --- change notification ---------------------------------------------------------------
+
+void TNQueryPanel::NotifyChange()
+{
+    if (FInsideEventHandler)
+        return;
+    FQuery->QueryChanged();
+    RecordUndoStep();
+}
+
 } // namespace vm20

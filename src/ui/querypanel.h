@@ -11,10 +11,14 @@
 
 #include <QAbstractScrollArea>
 #include <QFont>
+#include <QPoint>
 #include <QPointer>
 
+#include <functional>
 #include <memory>
 #include <unordered_map>
+
+class QMenu;
 
 namespace vm20 {
 
@@ -139,6 +143,26 @@ public:
     // The colour of rows the model cannot resolve.
     static QColor MissingColor();
 
+    // --- editing: menus, mouse and labels -------------------------------------------
+    // Rows can still be focused, read, copied and read aloud; nothing changes.
+    bool ReadOnly() const { return FReadOnly; }
+    void SetReadOnly(bool value);
+    // When set, called instead of executing a menu; returns the chosen tag
+    // (0: none), so hosts and tests drive menus without a modal loop.
+    std::function<int(QMenu *menu, QPoint pos)> MenuHook;
+
+    // (end of menus, mouse and labels)
+
+
+    // --- current row and keyboard ---------------------------------------------------
+
+    // (end of current row and keyboard)
+
+
+    // --- undo, redo, copy and paste ------------------------------------------------------
+
+    // (end of undo, redo, copy and paste)
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
@@ -174,6 +198,26 @@ private:
     void UpdateScrollBars(int contentRight, int contentBottom);
     void PaintMissingMark(QPainter *painter, const TQueryRowView &view) const;
 
+    // The change notification of one user action: the query's QueryChanged,
+    // not from inside the panel's own handlers, then one undo step.
+    void NotifyChange();
+    // Records the query as it now stands as one undo step.
+    void RecordUndoStep();
+
+    // menus, mouse and labels
+
+    // (end of menus, mouse and labels)
+
+
+    // current row and keyboard
+
+    // (end of current row and keyboard)
+
+
+    // undo, redo, copy and paste
+
+    // (end of undo, redo, copy and paste)
+
     std::unique_ptr<TNQuery> FOwnQuery;
     TNQuery *FQuery = nullptr;
     QPointer<TNCustomDBStructure> FModel;
@@ -200,6 +244,8 @@ private:
     QFont FSubQueryFont;
     TSubQueryHint FSubQueryHint = sqhSQL;
     const TImageList *FImages = nullptr;
+    bool FReadOnly = false;
+    bool FInsideEventHandler = false;
 };
 
 } // namespace vm20
