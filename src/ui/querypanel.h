@@ -19,6 +19,7 @@
 #include <unordered_map>
 
 class QMenu;
+class QUndoStack;
 
 namespace vm20 {
 
@@ -160,6 +161,14 @@ public:
 
 
     // --- undo, redo, copy and paste ------------------------------------------------------
+    // Every user action is one step; the host may show or drive the stack.
+    QUndoStack *UndoStack() const;
+    void Undo();
+    void Redo();
+    // The current row with its sub-tree, as query text, to the clipboard.
+    void CopyCurrentRow();
+    // Rows from query text on the clipboard, after the current row.
+    void PasteRows();
 
     // (end of undo, redo, copy and paste)
 

@@ -4,6 +4,27 @@
 
 namespace vm20 {
 
+QUndoStack *TNQueryPanel::UndoStack() const
+{
+    return nullptr;
+}
+
+void TNQueryPanel::Undo()
+{
+}
+
+void TNQueryPanel::Redo()
+{
+}
+
+void TNQueryPanel::CopyCurrentRow()
+{
+}
+
+void TNQueryPanel::PasteRows()
+{
+}
+
 void TNQueryPanel::RecordUndoStep()
 {
 }
