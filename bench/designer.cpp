@@ -105,11 +105,14 @@ void BM_DragTableOneMove(benchmark::State &state)
     QApplication::processEvents();
     TTableRep *rep = panel.TableRep(model.GetTable(10));
     const QPoint grip(10, 5);
+    // Mouse positions are given where the mouse is on the diagram, as the
+    // window under it moves along.
+    const QPoint pressed = rep->mapToParent(grip);
     SendMouse(rep, QEvent::MouseButtonPress, grip);
     int step = 0;
     for (auto _ : state) {
         step = (step + 1) % 40;
-        SendMouse(rep, QEvent::MouseMove, grip + QPoint(step * 3, step * 2));
+        SendMouse(rep, QEvent::MouseMove, rep->mapFromParent(pressed + QPoint(step * 3, step * 2)));
         QApplication::processEvents();   // the repaint of what moved
     }
     SendMouse(rep, QEvent::MouseButtonRelease, grip);
