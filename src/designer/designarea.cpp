@@ -24,6 +24,10 @@ public:
         setMouseTracking(true);
         setAutoFillBackground(true);
         setBackgroundRole(QPalette::Base);
+        // What is drawn depends on the tables' places, not on the canvas's
+        // size: a table dragged past the edge grows the canvas on every
+        // move, and only the new strip needs painting.
+        setAttribute(Qt::WA_StaticContents);
     }
 
 protected:

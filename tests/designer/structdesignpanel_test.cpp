@@ -216,8 +216,10 @@ TEST_F(StructDesignPanel, DragRepaintsEverythingThatMoved)
     const QPoint grip(20, 5);
     const QPoint pressed = orders->mapToParent(grip);
     SendMouse(orders, QEvent::MouseButtonPress, grip, Qt::LeftButton);
-    for (int step = 1; step <= 12; ++step) {
-        const QPoint mouse = orders->mapFromParent(pressed + QPoint(step * 9, step * 7));
+    // Amid the lines, then past the right edge so that the area grows.
+    for (int step = 1; step <= 24; ++step) {
+        const QPoint offset = step <= 12 ? QPoint(step * 9, step * 7) : QPoint(step * 40, 84);
+        const QPoint mouse = orders->mapFromParent(pressed + offset);
         SendMouse(orders, QEvent::MouseMove, mouse, Qt::LeftButton);
         QApplication::processEvents();
     }
