@@ -137,8 +137,11 @@ void TNQueryPanel::Deactivate()
     // Freeing the controls one by one costs a search of the viewport's
     // children each; a new viewport frees them all in one pass.
     // Each freed control would search all events still queued (the ones
-    // its making posted) for its own: deliver them first.
-    QCoreApplication::sendPostedEvents();
+    // its making posted) for its own: deliver them first. Not while the
+    // panel goes with its window: the events would reach widgets around it
+    // that are half destroyed.
+    if (!FDestroying)
+        QCoreApplication::sendPostedEvents();
     for (auto &[row, view] : FViews)
         view->Abandon();
     FViews.clear();
