@@ -4,7 +4,9 @@
 #include "shots.h"
 
 #include "model/dbstructure.h"
+#include "query/filtercond.h"
 #include "query/query.h"
+#include "query/resultfield.h"
 #include "support/exception.h"
 #include "ui/querypanel.h"
 #include "ui/resultfieldspanel.h"
@@ -142,5 +144,17 @@ std::vector<GalleryState> InteractiveStates()
     return {
         {QStringLiteral("interactive"), [shown] { return shown(false); }},
         {QStringLiteral("interactive-empty"), [shown] { return shown(true); }},
+        // Changed after the page was built: the panes follow the query.
+        {QStringLiteral("interactive-edited"), [shown] {
+             GalleryShot shot = shown(true);
+             TNQuery *query = shot.widget->findChild<TNQueryPanel *>()->Query();
+             TNCustomDBStructure *model = query->DBStruct();
+             TSimpleCond *country = query->AddCondition(query->Filter(), model->FieldByName(1, QStringLiteral("Country")));
+             country->SetOperator(model->OperatorByName(QStringLiteral("InList")));
+             country->SetValue(1, QStringLiteral("France,Spain,Italy"));
+             query->RFields().Add(QString(), {model->FieldByName(1, QStringLiteral("Customer"))}, QStringLiteral("@1"));
+             query->QueryChanged();   // what a host does after changing a query in code
+             return shot;
+         }},
     };
 }
