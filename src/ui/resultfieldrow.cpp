@@ -119,7 +119,9 @@ void TResultFieldRow::SetVisible(bool value)
 QLabel *TResultFieldRow::NewTextLabel(const QString &text)
 {
     TNResultFieldsPanel *panel = RFPanel();
-    auto *label = new QLabel(QLocale().toUpper(text), panel->viewport());
+    // The gap between controls already parts the words: blanks at either
+    // end of the text would only widen it.
+    auto *label = new QLabel(QLocale().toUpper(text.trimmed()), panel->viewport());
     label->setFont(panel->font());
     label->setTextFormat(Qt::PlainText);
     label->resize(label->sizeHint());
@@ -209,7 +211,7 @@ void TResultFieldRow::PlaceRow()
     const TRFExpressionParts parts =
         rfield ? SplitRFExpression(rfield->Formula()) : TRFExpressionParts{};
     const TDSField *field = parts.HasField ? ModelField(rfield) : nullptr;
-    if (!parts.Leading.isEmpty())
+    if (!parts.Leading.trimmed().isEmpty())
         FTextLabel1 = NewTextLabel(parts.Leading);
     if (field) {
         CreateFieldLabel();
@@ -227,7 +229,7 @@ void TResultFieldRow::PlaceRow()
         FMissingLabel->resize(FMissingLabel->sizeHint());
         FMissingLabel->setToolTip(QStringLiteral("Not in the model: %1").arg(FMissing));
     }
-    if (parts.HasField && !parts.Trailing.isEmpty())
+    if (parts.HasField && !parts.Trailing.trimmed().isEmpty())
         FTextLabel2 = NewTextLabel(parts.Trailing);
     Arrange();
     FButton->setAccessibleName(Sentence());
