@@ -243,6 +243,17 @@ TEST_F(RFPanelTest, ColumnsEditedByKeyboardFollowInSql)
     EXPECT_THAT(SelectList().toStdString(), testing::Not(testing::HasSubstr("Product")));
     QTest::keyClick(panel, Qt::Key_Insert);
     EXPECT_EQ(query.RFields().Count(), 2);
+
+    // Enter opens the current row's field list; Escape leaves the column.
+    TDropDownList *field = panel->CurrentRow()->FieldLabel();
+    bool dropped = false;
+    QTimer::singleShot(0, field, [field, &dropped] {
+        dropped = field->Dropped();
+        QTest::keyClick(static_cast<TDropDownPopup *>(field)->Menu()->TopView(), Qt::Key_Escape);
+    });
+    QTest::keyClick(panel, Qt::Key_Return);
+    EXPECT_TRUE(dropped);
+    EXPECT_EQ(query.RFields().Count(), 2);
 }
 
 TEST_F(RFPanelTest, PanelFollowsColumnsChangedInCode)
