@@ -257,6 +257,7 @@ void TResultFieldRow::Arrange()
         control->setVisible(FVisible);
         x += spacing.ElemSpace + control->width();
     }
+    FExtent = x - spacing.ElemSpace + scroll.x();
 }
 
 void TResultFieldRow::RefreshResultField()

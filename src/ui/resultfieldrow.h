@@ -63,6 +63,8 @@ public:
     void PlaceRow();
     // Moves the row's controls to their places without rebuilding them.
     void Arrange();
+    // Where the row's last control ends, in unscrolled left-to-right pixels.
+    int Extent() const { return FExtent; }
     void CreateFieldLabel();
     void AddRootFields();
     void AddGroupedFields();
@@ -91,6 +93,7 @@ private:
     QString FMissing;
     QPointer<TDropDownPopup> FSortLabel;
     bool FVisible = false;
+    int FExtent = 0;
 };
 
 class TResultFieldRows

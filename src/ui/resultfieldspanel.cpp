@@ -289,10 +289,12 @@ void TNResultFieldsPanel::UpdateScrollBars()
                            ? FAddRowLabel->y() + verticalScrollBar()->value() + FAddRowLabel->height() +
                                  FAppearance.TopMargin()
                            : 0;
-    int width = 0;
-    for (QWidget *child : viewport()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
-        if (child->isVisible())
-            width = qMax(width, child->geometry().right() + 1 + horizontalScrollBar()->value());
+    // From the rows' own extents: asking the viewport for its children would
+    // also count controls already freed but not yet gone.
+    int width = FAddRowLabel->isVisible() ? FAppearance.LeftMargin() + FAddRowLabel->width() : 0;
+    for (int i = 0; i < FRows.Count(); ++i)
+        if (FRows.Items(i)->Visible())
+            width = qMax(width, FRows.Items(i)->Extent());
     width += FAppearance.LeftMargin();
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setRange(0, qMax(0, height - viewport()->height()));
