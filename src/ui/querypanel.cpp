@@ -144,6 +144,16 @@ void TNQueryPanel::Deactivate()
     // Each freed control would search all events still queued (the ones
     // its making posted) for its own: deliver them first.
     QCoreApplication::sendPostedEvents();
+    if (FInControlHandler && !FDestroying) {
+        // A control of the panel is inside its own handler (a host's change
+        // handler rebuilt the panel): the controls go one by one, later.
+        FViews.clear();
+        if (QWidget *label = FAddRowLabel.release()) {
+            label->hide();
+            label->deleteLater();
+        }
+        return;
+    }
     for (auto &[row, view] : FViews)
         view->Abandon();
     FViews.clear();

@@ -279,6 +279,9 @@ private:
     QMenu *FRowCondMenuItem = nullptr;
     bool FMenuOpen = false;
     bool FMenusStale = false;
+    // Inside a handler of one of the panel's own controls: a rebuild must
+    // let that control live until the handler returns.
+    bool FInControlHandler = false;
 
     // (end of menus, mouse and labels)
 

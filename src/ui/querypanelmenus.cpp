@@ -434,7 +434,7 @@ void TNQueryPanel::mousePressEvent(QMouseEvent *event)
     // A press beside every control ends editing, keeping what was typed.
     CloseEditors(nullptr);
     setFocus(Qt::MouseFocusReason);
-    QAbstractScrollArea::mousePressEvent(event);
+    event->accept();
 }
 
 void TNQueryPanel::CloseEditors(const TDropDownLabel *except)
@@ -462,7 +462,7 @@ void TNQueryPanel::OpenFieldList(TFilterRow *row)
     if (!field)
         return;
     QTimer::singleShot(0, field, [this, field] {
-        if (!RowOfControl(field) || field->Dropped())
+        if (!FActive || !RowOfControl(field) || field->Dropped())
             return;
         try {
             field->DropDown();
@@ -512,6 +512,7 @@ void TNQueryPanel::WireRowView(TQueryRowView *view)
 {
     TNRndBtn *button = view->Button();
     button->OnClick = [this, button](QObject *) {
+        const QScopedValueRollback busy(FInControlHandler, true);
         TFilterRow *row = RowOfControl(button);
         if (!row)
             return;
@@ -522,7 +523,10 @@ void TNQueryPanel::WireRowView(TQueryRowView *view)
     };
     if (QCheckBox *box = view->CheckBox()) {
         box->setEnabled(!FReadOnly);
-        connect(box, &QCheckBox::toggled, this, [this, box](bool on) { CheckBoxToggled(box, on); });
+        connect(box, &QCheckBox::toggled, this, [this, box](bool on) {
+            const QScopedValueRollback busy(FInControlHandler, true);
+            CheckBoxToggled(box, on);
+        });
     }
     std::vector<TDropDownLabel *> labels;
     for (int i = 0; i < RowSlotCount; ++i)
@@ -540,6 +544,7 @@ void TNQueryPanel::WireLabel(TDropDownLabel *label, TLabelRole role)
     // The row view may already fill the label's list before it drops.
     const TDropDownLabel::TNotifyEvent fill = label->BeforeDropDown;
     label->BeforeDropDown = [this, label, fill](QObject *sender) {
+        const QScopedValueRollback busy(FInControlHandler, true);
         if (TFilterRow *row = RowOfControl(label))
             BeforeDropLabel(row, label);
         if (fill)
@@ -550,20 +555,30 @@ void TNQueryPanel::WireLabel(TDropDownLabel *label, TLabelRole role)
             accept = false;
     };
     label->AfterDropUp = [this, label, role](QObject *, bool accepted) {
+        const QScopedValueRollback busy(FInControlHandler, true);
         if (TFilterRow *row = RowOfControl(label))
             AfterDropUpLabel(row, label, role, accepted);
     };
     if (role != lrValue1 && role != lrValue2)
         return;
     if (FAppearance->Has(TQPAppearance::aoAllowParams))
-        label->OnRightClick = [this, label](QObject *) { ValueLabelRightClick(label); };
+        label->OnRightClick = [this, label](QObject *) {
+            const QScopedValueRollback busy(FInControlHandler, true);
+            ValueLabelRightClick(label);
+        };
     if (auto *edit = qobject_cast<TDropDownCustomEdit *>(label))
-        edit->OnEditDblClick = [this, label](QObject *, QString &text) { ValueEditDblClick(label, text); };
+        edit->OnEditDblClick = [this, label](QObject *, QString &text) {
+            const QScopedValueRollback busy(FInControlHandler, true);
+            ValueEditDblClick(label, text);
+        };
 }
 
 void TNQueryPanel::WireAddRowLabel()
 {
-    auto *filter = new TPressFilter(FAddRowLabel.get(), [this](Qt::MouseButton button) { AddRowLabelMouseDown(button); });
+    auto *filter = new TPressFilter(FAddRowLabel.get(), [this](Qt::MouseButton button) {
+        const QScopedValueRollback busy(FInControlHandler, true);
+        AddRowLabelMouseDown(button);
+    });
     FAddRowLabel->installEventFilter(filter);
 }
 
