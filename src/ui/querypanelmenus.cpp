@@ -522,7 +522,8 @@ void TNQueryPanel::WireRowView(TQueryRowView *view)
             MainButtonClick();
     };
     if (QCheckBox *box = view->CheckBox()) {
-        box->setEnabled(!FReadOnly);
+        if (FReadOnly)
+            box->setEnabled(false);
         connect(box, &QCheckBox::toggled, this, [this, box](bool on) {
             const QScopedValueRollback busy(FInControlHandler, true);
             CheckBoxToggled(box, on);
