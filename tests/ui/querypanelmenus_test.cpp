@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QLineEdit>
 #include <QMenu>
+#include <QTimer>
 
 namespace vm20 {
 namespace {
@@ -139,6 +140,24 @@ TEST_F(QueryPanelMenusTest, RowMenuOffersInsideEntriesOnlyOnANestedBracket)
     ClickButton(query()->Filter());
     EXPECT_EQ(shown, panel->MainPopup()) << "the root button opens the main menu";
     EXPECT_EQ(changes, 0) << "no entry chosen, nothing changed";
+}
+
+TEST_F(QueryPanelMenusTest, WithoutAHookTheMenuShowsBelowTheButton)
+{
+    panel->MenuHook = nullptr;
+    const TNRndBtn *button = panel->RowView(query()->Filter())->Button();
+    QPoint at;
+    QTimer::singleShot(0, panel.get(), [&] {
+        auto *menu = qobject_cast<QMenu *>(QApplication::activePopupWidget());
+        ASSERT_EQ(menu, panel->MainPopup());
+        at = menu->pos();
+        QTest::keyClick(menu, Qt::Key_Down);
+        QTest::keyClick(menu, Qt::Key_Return);
+    });
+    ClickButton(query()->Filter());
+    EXPECT_EQ(at, button->mapToGlobal(QPoint(0, button->height())));
+    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c]"));
+    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(QueryPanelMenusTest, RootButtonOpensNoMenuWhenNoFieldHasAnOperator)
