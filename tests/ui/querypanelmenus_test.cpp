@@ -100,10 +100,6 @@ protected:
 
 TEST_F(QueryPanelMenusTest, MenusCarryTheirTagsAndCaptionsFromTheTitles)
 {
-    QList<int> tags;
-    for (QAction *action : panel->RowPopup()->actions())
-        tags << action->data().toInt();
-    EXPECT_EQ(tags, (QList<int>{1, 2, 31, 3, 4, 32, 5, 33, 20, 34, 21}));
     EXPECT_EQ(panel->RowPopup()->actions()[0]->text(), QStringLiteral("Add new &condition (after current)"));
     EXPECT_EQ(panel->RowPopup()->actions()[3]->text(), QStringLiteral("Add new &condition (inside current)"));
     ASSERT_EQ(panel->MainPopup()->actions().size(), 3);
@@ -140,6 +136,13 @@ TEST_F(QueryPanelMenusTest, RowMenuOffersInsideEntriesOnlyOnANestedBracket)
     ClickButton(query()->Filter());
     EXPECT_EQ(shown, panel->MainPopup()) << "the root button opens the main menu";
     EXPECT_EQ(changes, 0) << "no entry chosen, nothing changed";
+    answer = 3;
+    ClickButton(first);
+    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,[c,[c]]]")) << "a hidden entry cannot be chosen";
+    answer = 1;
+    ClickButton(first);
+    EXPECT_EQ(panel->CurrentRow(), query()->Filter()->GetRow(1)) << "the new row becomes current";
+    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(QueryPanelMenusTest, WithoutAHookTheMenuShowsBelowTheButton)
@@ -199,19 +202,6 @@ TEST_F(QueryPanelMenusTest, EachMenuEntryChangesTheTreeAsItSays)
         EXPECT_EQ(changes, r.events);
         ExpectConsistent();
     }
-}
-
-TEST_F(QueryPanelMenusTest, ChosenThroughTheMenusTheNewRowBecomesCurrent)
-{
-    BuildNested();
-    answer = 1;
-    ClickButton(first);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,c,[c,[c]]]"));
-    EXPECT_EQ(panel->CurrentRow(), query()->Filter()->GetRow(1));
-    answer = 3;
-    ClickButton(first);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,c,[c,[c]]]")) << "hidden entries cannot be chosen";
-    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(QueryPanelMenusTest, DeletingTheLastRowReenablesTheRoot)
