@@ -292,6 +292,7 @@ void TNQueryPanel::SetCurrentRow(TFilterRow *row)
         if (view->CurrentControlIndex() < 0)
             view->SetCurrentControlIndex(view->FirstCurControl());
     viewport()->update();
+    AnnounceCurrent();
 }
 
 int TNQueryPanel::CurrentRowNum() const
@@ -487,6 +488,7 @@ void TNQueryPanel::RowRemoved(TFilterRow *row)
 {
     if (!FActive)
         return;
+    CurrentRowDestroyed(row);
     DropViews(row);
     ScheduleLayout();
 }

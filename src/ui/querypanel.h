@@ -18,6 +18,8 @@
 #include <memory>
 #include <unordered_map>
 
+class QFocusEvent;
+class QKeyEvent;
 class QMenu;
 class QUndoStack;
 
@@ -156,6 +158,26 @@ public:
 
 
     // --- current row and keyboard ---------------------------------------------------
+    // Row numbers count the rows as shown, from 0 at the top (the root is -1
+    // while it is hidden).
+    // The bracket a new row goes into: the current row when it is a bracket,
+    // else its parent; the root without a current row.
+    TFilterBracket *GetCurrentBracket() const;
+    TFilterRow *GetRowByNum(int rowNum) const;
+    // Makes the row current with its first control and scrolls that into view.
+    void SetCurrentRowNum(int rowNum);
+    void IncCurRow();
+    void DecCurRow();
+    // Each moves the current row, which stays current, and is one user
+    // action; false when the row cannot move that way (or the panel is read
+    // only).
+    bool MoveCurRowUp();
+    bool MoveCurRowDown();
+    bool MoveCurRowLeft();
+    bool MoveCurRowRight();
+    // The panel's keyboard map; true when the key was the panel's. Keys go
+    // through it only while active and with aoAllowKeyboard.
+    bool KeyDown(int key, Qt::KeyboardModifiers modifiers);
 
     // (end of current row and keyboard)
 
@@ -219,6 +241,28 @@ private:
 
 
     // current row and keyboard
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    // Before the current row (or a bracket holding it) is freed: the row
+    // after it becomes current, else the one before it.
+    void CurrentRowDestroyed(TFilterRow *removed);
+    // The row numbers the panel shows are the query's, less the hidden root.
+    int RootOffset() const;
+    // Whether a label of the panel is dropped or its editor has the focus:
+    // keys then belong to it.
+    bool LabelBusy() const;
+    bool HandlesKey(int key, Qt::KeyboardModifiers modifiers) const;
+    void MoveCurControl(bool forward);
+    void DropDownCurControl();
+    void InsertCondition();
+    void DeleteCurRow();
+    bool MoveCurRow(bool (TNQuery::*move)(TFilterRow *));
+    void ScrollToCurrent();
+    // Tells assistive technology which row (and label) now has the focus.
+    void AnnounceCurrent();
+    // Pops up the row menu (the main menu on the root) at the current row.
+    void PopupMenuForCurrentRow();
 
     // (end of current row and keyboard)
 

@@ -72,6 +72,8 @@ public:
         s.disabled = !FRow || (view && !FRow->IsEffectivelyEnabled());
         s.selectable = true;
         s.selected = FPanel && FPanel->CurrentRow() == FRow;
+        s.focusable = true;
+        s.focused = s.selected && FPanel->hasFocus();
         return s;
     }
 
@@ -113,8 +115,6 @@ public:
         return -1;
     }
 
-private:
-    TNQueryPanel *Panel() const { return static_cast<TNQueryPanel *>(widget()); }
     QAccessibleInterface *RowInterface(const TFilterRow *row) const
     {
         auto found = FIds.find(row);
@@ -125,6 +125,9 @@ private:
         FIds[row] = QAccessible::registerAccessibleInterface(made);
         return made;
     }
+
+private:
+    TNQueryPanel *Panel() const { return static_cast<TNQueryPanel *>(widget()); }
 
     mutable std::unordered_map<const TFilterRow *, QAccessible::Id> FIds;
 };
@@ -137,6 +140,14 @@ QAccessibleInterface *Factory(const QString &className, QObject *object)
 }
 
 } // namespace
+
+QAccessibleInterface *QueryRowAccessible(TNQueryPanel *panel, const TFilterRow *row)
+{
+    auto *face = dynamic_cast<TQueryPanelAccessible *>(QAccessible::queryAccessibleInterface(panel));
+    if (!face || !row)
+        return nullptr;
+    return face->RowInterface(row);
+}
 
 void InstallQueryPanelAccessibility()
 {

@@ -353,6 +353,25 @@ int TQueryRowView::FirstCurControl() const
     return -1;
 }
 
+// Text labels are skipped both ways: they drop nothing down.
+int TQueryRowView::NextCurControl() const
+{
+    const std::vector<TDropDownLabel *> controls = Controls();
+    for (int i = std::max(FCurrentControl + 1, 0); i < int(controls.size()); ++i)
+        if (!controls[std::size_t(i)]->Fixed() && !controls[std::size_t(i)]->isHidden())
+            return i;
+    return FCurrentControl;
+}
+
+int TQueryRowView::PrevCurControl() const
+{
+    const std::vector<TDropDownLabel *> controls = Controls();
+    for (int i = std::min(FCurrentControl, int(controls.size())) - 1; i >= 0; --i)
+        if (!controls[std::size_t(i)]->Fixed() && !controls[std::size_t(i)]->isHidden())
+            return i;
+    return FCurrentControl;
+}
+
 void TQueryRowView::SetRowNum(int rowNum, int depth, const QString &rowID)
 {
     FRowNum = rowNum;

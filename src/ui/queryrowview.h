@@ -56,6 +56,10 @@ public:
     TDropDownLabel *CurrentControl() const;
     // The first visible drop-down label, -1 when none.
     int FirstCurControl() const;
+    // The next (previous) visible drop-down label after (before) the current
+    // one; the current index when there is none.
+    int NextCurControl() const;
+    int PrevCurControl() const;
 
     int RowNum() const { return FRowNum; }
     int Depth() const { return FDepth; }
