@@ -13,6 +13,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPaintEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTimer>
@@ -29,6 +30,7 @@ TNQueryPanel::TNQueryPanel(QWidget *parent)
     NewViewport();
     FOwnQuery = std::make_unique<TNQuery>();
     AttachQuery(FOwnQuery.get());
+    CreateMenus();
 }
 
 TNQueryPanel::~TNQueryPanel()
@@ -54,6 +56,7 @@ void TNQueryPanel::AttachQuery(TNQuery *query)
     FQuery = query;
     FQuery->AddObserver(this);
     ObserveModel(FQuery->DBStruct());
+    UpdateMenus();
 }
 
 void TNQueryPanel::DetachQuery()
@@ -104,6 +107,7 @@ void TNQueryPanel::ObserveModel(TNCustomDBStructure *model)
         // it goes, and a model need not say so before its QObject part does.
         connect(FModel, &QObject::destroyed, this, [this] { Deactivate(); });
     }
+    UpdateMenus();
 }
 
 // --- activation ---------------------------------------------------------------------------
@@ -117,6 +121,7 @@ void TNQueryPanel::Activate()
         BuildViews(FQuery->Filter(), true);
         FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
         FAddRowLabel->SetFixed(true);
+        WireAddRowLabel();
         SetAddRowCaption();
         PlaceAllRows();
         ShowAllRows();
@@ -139,6 +144,16 @@ void TNQueryPanel::Deactivate()
     // Each freed control would search all events still queued (the ones
     // its making posted) for its own: deliver them first.
     QCoreApplication::sendPostedEvents();
+    if (FInControlHandler && !FDestroying) {
+        // A control of the panel is inside its own handler (a host's change
+        // handler rebuilt the panel): the controls go one by one, later.
+        FViews.clear();
+        if (QWidget *label = FAddRowLabel.release()) {
+            label->hide();
+            label->deleteLater();
+        }
+        return;
+    }
     for (auto &[row, view] : FViews)
         view->Abandon();
     FViews.clear();
@@ -169,6 +184,7 @@ void TNQueryPanel::RebuildQuietly()
     BuildViews(FQuery->Filter(), false);
     FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
     FAddRowLabel->SetFixed(true);
+    WireAddRowLabel();
     SetAddRowCaption();
     PlaceAllRows();
     ShowAllRows();
@@ -390,7 +406,7 @@ void TNQueryPanel::PlaceAddRow()
     p.rowSpace = FRowSpace;
     p.rightToLeft = layoutDirection() == Qt::RightToLeft;
     FAddRowLabel->setGeometry(QRect(PlaceAddRowLabel(p), FAddRowLabel->sizeHint()));
-    FAddRowLabel->setVisible(FAppearance->Has(TQPAppearance::aoShowAddRow));
+    FAddRowLabel->setVisible(FAppearance->Has(TQPAppearance::aoShowAddRow) && !FReadOnly);
 }
 
 void TNQueryPanel::UpdateScrollBars(int contentRight, int contentBottom)
@@ -534,6 +550,7 @@ void TNQueryPanel::RowAdded(TFilterRow *row)
 
 void TNQueryPanel::TitlesChanged()
 {
+    UpdateMenus();
     if (FActive)
         RebuildQuietly();
 }
@@ -548,6 +565,7 @@ void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &
 {
     (void)model;
     (void)change;
+    UpdateMenus();
     if (FActive)
         RebuildQuietly();
 }
@@ -695,7 +713,11 @@ void TNQueryPanel::NotifyChange()
 {
     if (FInsideEventHandler)
         return;
-    FQuery->QueryChanged();
+    {
+        // A host's OnChange that works the panel makes no second step.
+        const QScopedValueRollback inside(FInsideEventHandler, true);
+        FQuery->QueryChanged();
+    }
     RecordUndoStep();
 }
 
