@@ -385,12 +385,13 @@ void TNQueryPanel::DropDownCurControl()
 void TNQueryPanel::InsertCondition()
 {
     TFilterBracket *bracket = GetCurrentBracket();
-    if (FCurrentRow && !FCurrentRow->IsBracket())
-        FQuery->AddConditionNum(bracket, FCurrentRow->RowNum() + 1, nullptr);
-    else
-        FQuery->AddCondition(bracket, nullptr);
+    TSimpleCond *added = FCurrentRow && !FCurrentRow->IsBracket()
+                             ? FQuery->AddConditionNum(bracket, FCurrentRow->RowNum() + 1, nullptr)
+                             : FQuery->AddCondition(bracket, nullptr);
     NotifyChange();
     ScrollToCurrent();
+    if (FCurrentRow == added)
+        OpenFieldList(added);
 }
 
 void TNQueryPanel::DeleteCurRow()
@@ -404,6 +405,20 @@ void TNQueryPanel::DeleteCurRow()
 
 void TNQueryPanel::PopupMenuForCurrentRow()
 {
+    TFilterRow *row = FCurrentRow ? FCurrentRow : FQuery->Filter();
+    const TQueryRowView *view = RowView(row);
+    if (!view)
+        return;
+    const std::vector<TDropDownLabel *> controls = view->Controls();
+    const int first = view->FirstCurControl();
+    const QWidget *at = first >= 0 ? static_cast<const QWidget *>(controls[std::size_t(first)]) : view->Button();
+    if (row->Parent()) {
+        RowMenuPopup();
+        RunMenu(FRowPopup, at, row);
+    } else {
+        EnableMenu(FMainPopup);
+        RunMenu(FMainPopup, at, row);
+    }
 }
 
 } // namespace vm20

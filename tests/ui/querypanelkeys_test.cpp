@@ -8,6 +8,7 @@
 #include "query/shopmodel.h"
 
 #include <QAccessible>
+#include <QMenu>
 #include <QScrollBar>
 #include <QTimer>
 
@@ -73,7 +74,10 @@ protected:
         HostTest::SetUp();
         panel = new TNQueryPanel(host.get());
         panel->resize(400, 300);
-        panel->Appearance().SetLogOpStyle(losAfterCond);
+        TQPAppearance &look = panel->Appearance();
+        look.SetLogOpStyle(losAfterCond);
+        // Insert would open the new row's field menu, a modal loop.
+        look.SetOptions(look.Options() - TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoFieldsMenuOnAdd});
         panel->SetDBStruct(shop.model.get());
         panel->Loaded();
         panel->show();
@@ -255,6 +259,28 @@ TEST_F(QueryPanelKeys, InsertAndCtrlDeleteEditTheTreeAroundTheCurrentRow)
         EXPECT_EQ(Name(panel->CurrentRow()), r.current);
         EXPECT_EQ(changes, r.changes);
     }
+}
+
+TEST_F(QueryPanelKeys, AltInsertOpensTheMenuOfTheCurrentRowAtItsFirstLabel)
+{
+    BuildTree();
+    QMenu *shown = nullptr;
+    QPoint at;
+    panel->MenuHook = [&](QMenu *menu, QPoint pos) {
+        shown = menu;
+        at = pos;
+        return 1;  // add a condition after the current row
+    };
+    panel->SetCurrentRow(weight);
+    Press({{Qt::Key_Insert, Qt::AltModifier}});
+    EXPECT_EQ(shown, panel->RowPopup());
+    const TDropDownLabel *field = panel->RowView(weight)->Slot(rsFirstLabel);
+    EXPECT_EQ(at, field->mapToGlobal(QPoint(0, field->height()))) << "below the first label";
+    EXPECT_EQ(Shape(q->Filter()), QStringLiteral("City [Discount Weight ?] Code"));
+    EXPECT_EQ(changes, 1);
+    panel->SetCurrentRow(q->Filter());
+    Press({{Qt::Key_Insert, Qt::AltModifier}});
+    EXPECT_EQ(shown, panel->MainPopup()) << "the root has the main menu";
 }
 
 TEST_F(QueryPanelKeys, DeletingTheLastRowReenablesTheRoot)
