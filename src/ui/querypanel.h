@@ -331,6 +331,10 @@ private:
     void AnnounceCurrent();
     // Pops up the row menu (the main menu on the root) at the current row.
     void PopupMenuForCurrentRow();
+    // A label that Enter dropped down has closed: the keyboard comes back
+    // to the panel, wherever hiding the label's list left it.
+    void KeyboardDropEnded(const TDropDownLabel *label);
+    QPointer<TDropDownLabel> FKeyboardDrop;
 
     // (end of current row and keyboard)
 

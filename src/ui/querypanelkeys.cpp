@@ -371,9 +371,11 @@ void TNQueryPanel::DropDownCurControl()
     QPointer<TDropDownLabel> control = RowView(FCurrentRow)->CurrentControl();
     if (!control)
         return;
+    FKeyboardDrop = control;
     try {
         control->DropDown();
     } catch (const Exception &e) {
+        FKeyboardDrop = nullptr;
         // An editor that cannot open (a list its provider cannot fill) says
         // why at the label, as a click on it would.
         if (control)
@@ -401,6 +403,16 @@ void TNQueryPanel::DeleteCurRow()
     NotifyChange();
     ScrollToCurrent();
     AnnounceCurrent();
+}
+
+void TNQueryPanel::KeyboardDropEnded(const TDropDownLabel *label)
+{
+    if (!label || FKeyboardDrop != label)
+        return;
+    FKeyboardDrop = nullptr;
+    // A click elsewhere that closed the label keeps the focus it gave.
+    if (QApplication::mouseButtons() == Qt::NoButton && isVisible() && !FDestroying)
+        setFocus(Qt::OtherFocusReason);
 }
 
 void TNQueryPanel::PopupMenuForCurrentRow()
