@@ -1,7 +1,7 @@
 // The condition panel over large queries: activating it (row views created
 // and placed), rebuilding it after an appearance change, painting one
 // screenful after a scroll, the memory a row takes, and adding and deleting
-// a row through the menus.
+// a row through the menus, and walking the rows with the arrow keys.
 #include "widgetbench.h"
 #include "model/valueeditors.h"
 #include "query/filtercond.h"
@@ -158,6 +158,28 @@ void BM_MenuAddAndDeleteRow(benchmark::State &state)
     }
 }
 BENCHMARK(BM_MenuAddAndDeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// Down then Up on a middle row, as a user walking the rows: the cost of a
+// key must not grow with the query.
+void BM_ArrowKeys(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->Activate();
+    panel->SetCurrentRowNum(panel->Query()->GetRowCount() / 2);
+    QApplication::processEvents();
+    const TFilterRow *start = panel->CurrentRow();
+    panel->KeyDown(Qt::Key_Down, Qt::NoModifier);
+    if (panel->CurrentRow() == start)
+        state.SkipWithError("Down did not move the current row");
+    panel->KeyDown(Qt::Key_Up, Qt::NoModifier);
+    for (auto _ : state) {
+        panel->KeyDown(Qt::Key_Down, Qt::NoModifier);
+        panel->KeyDown(Qt::Key_Up, Qt::NoModifier);
+        benchmark::DoNotOptimize(panel->CurrentRow());
+    }
+}
+BENCHMARK(BM_ArrowKeys)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 
