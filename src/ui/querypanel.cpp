@@ -139,6 +139,8 @@ void TNQueryPanel::Deactivate()
     // Each freed control would search all events still queued (the ones
     // its making posted) for its own: deliver them first.
     QCoreApplication::sendPostedEvents();
+    FOrder.clear();
+    FInView.clear();
     for (auto &[row, view] : FViews)
         view->Abandon();
     FViews.clear();
@@ -229,7 +231,10 @@ TQueryRowView *TNQueryPanel::RowView(const TFilterRow *row) const
 {
     EnsureLayout();
     const auto found = FViews.find(row);
-    return found == FViews.end() ? nullptr : found->second.get();
+    if (found == FViews.end())
+        return nullptr;
+    found->second->EnsurePlaced();
+    return found->second.get();
 }
 
 TDropDownLabel *TNQueryPanel::AddRowLabel() const
@@ -343,34 +348,74 @@ void TNQueryPanel::PlaceAllRows()
     FLayoutPending = false;
     if (!FActive)
         return;
+    // Numbering walks the whole tree, which is cheap; only the rows in view
+    // are placed (the others when they come into view or are asked for).
     const bool hideRoot = FAppearance->Has(TQPAppearance::aoHideRootRow);
     const bool rtl = layoutDirection() == Qt::RightToLeft;
+    const TLogicalOperatorStyle logOpStyle = FAppearance->LogOpStyle();
     int contentRight = 0;
-    int contentBottom = 0;
     int rowNum = hideRoot ? -1 : 0;
+    FOrder.clear();
+    FOrder.reserve(FViews.size());
+    struct TEntry
+    {
+        TFilterRow *row;
+        QString id;
+        bool showsLogOp;
+    };
     // Pre-order walk; each entry carries the row's identifier.
-    std::vector<std::pair<TFilterRow *, QString>> stack{{FQuery->Filter(), QString()}};
+    std::vector<TEntry> stack{{FQuery->Filter(), QString(), false}};
     while (!stack.empty()) {
-        auto [row, id] = std::move(stack.back());
+        TEntry entry = std::move(stack.back());
         stack.pop_back();
-        const int depth = int(id.count(QLatin1Char('.')));
-        TQueryRowView *view = FViews.at(row).get();
-        view->SetRowNum(rowNum++, depth, id);
-        if (row->Parent() || !hideRoot) {
-            const int edge = view->ContentEdge() + horizontalScrollBar()->value();
-            contentRight = rtl ? std::max(contentRight, viewport()->width() - edge) : std::max(contentRight, edge);
-            contentBottom = view->GetTop() + view->GetHeight() + verticalScrollBar()->value();
+        const int depth = int(entry.id.count(QLatin1Char('.')));
+        TQueryRowView *view = FViews.at(entry.row).get();
+        view->SetRowNum(rowNum++, depth, entry.id);
+        if (entry.row->Parent() || !hideRoot) {
+            FOrder.push_back(view);
+            const int edge = view->UnscrolledContentEdge(entry.showsLogOp);
+            contentRight = std::max(contentRight, rtl ? viewport()->width() - edge : edge);
         }
-        if (row->IsBracket()) {
-            const auto &rows = static_cast<TFilterBracket *>(row)->Rows();
-            for (int i = int(rows.size()) - 1; i >= 0; --i)
-                stack.emplace_back(rows[std::size_t(i)].get(), id + QString::number(i + 1) + QLatin1Char('.'));
+        if (entry.row->IsBracket()) {
+            const auto &rows = static_cast<TFilterBracket *>(entry.row)->Rows();
+            const int last = int(rows.size()) - 1;
+            for (int i = last; i >= 0; --i) {
+                const bool logOp = logOpStyle == losBeforeCond ? i > 0 : logOpStyle == losAfterCond && i < last;
+                stack.push_back({rows[std::size_t(i)].get(), entry.id + QString::number(i + 1) + QLatin1Char('.'), logOp});
+            }
         }
     }
+    ++FLayoutStamp;
+    int contentBottom = FOrder.empty() ? 0 : RowTop(FHeadTop, int(FOrder.size()) - 1, RowHeight(), FRowSpace) + RowHeight();
     PlaceAddRow();
     if (FAddRowLabel && FAddRowLabel->isVisibleTo(viewport()))
         contentBottom = std::max(contentBottom, FAddRowLabel->geometry().bottom() + verticalScrollBar()->value());
     UpdateScrollBars(contentRight + FHeadLeft, contentBottom + FHeadTop);
+    PlaceInView();
+}
+
+void TNQueryPanel::PlaceInView()
+{
+    // Every row's place depends on the scroll position.
+    ++FLayoutStamp;
+    const auto [first, last] = RowsInView(int(FOrder.size()), FHeadTop, RowHeight(), FRowSpace,
+                                          verticalScrollBar()->value(), viewport()->height());
+    std::vector<const TFilterRow *> now;
+    now.reserve(std::size_t(last - first));
+    for (int i = first; i < last; ++i)
+        now.push_back(FOrder[std::size_t(i)]->Row());
+    for (const TFilterRow *row : FInView) {
+        const auto found = FViews.find(row);
+        if (found != FViews.end() && std::find(now.begin(), now.end(), row) == now.end())
+            found->second->SetInView(false);
+    }
+    for (int i = first; i < last; ++i) {
+        TQueryRowView *view = FOrder[std::size_t(i)];
+        view->PlaceRow();
+        view->SetInView(true);
+    }
+    FInView = std::move(now);
+    PlaceAddRow();
     viewport()->update();
 }
 
@@ -382,7 +427,10 @@ void TNQueryPanel::PlaceAddRow()
     const TFilterBracket *root = FQuery->Filter();
     p.rootEmptyAndHidden = root->GetRowCount() == 0 && FAppearance->Has(TQPAppearance::aoHideRootRow);
     TFilterRow *last = LastRow();
-    const TQueryRowView *view = last ? FViews.at(last).get() : nullptr;
+    const auto found = last ? FViews.find(last) : FViews.end();
+    const TQueryRowView *view = found != FViews.end() ? found->second.get() : nullptr;
+    if (view)
+        view->EnsurePlaced();
     p.lastButton = view ? view->Button()->geometry() : QRect(FHeadLeft, FHeadTop, 0, 0);
     p.labelWidth = FAddRowLabel->sizeHint().width();
     p.headerTop = FHeadTop - verticalScrollBar()->value();
@@ -398,15 +446,11 @@ void TNQueryPanel::UpdateScrollBars(int contentRight, int contentBottom)
     horizontalScrollBar()->setPageStep(client.width());
     verticalScrollBar()->setPageStep(client.height());
     verticalScrollBar()->setSingleStep(RowHeight());
-    // A range that moves a scroll bar places the rows once more, afterwards.
-    const int h = horizontalScrollBar()->value();
-    const int v = verticalScrollBar()->value();
+    // The caller places the rows in view afterwards, at the final position.
     FSettingRanges = true;
     horizontalScrollBar()->setRange(0, std::max(0, contentRight - client.width()));
     verticalScrollBar()->setRange(0, std::max(0, contentBottom - client.height()));
     FSettingRanges = false;
-    if (h != horizontalScrollBar()->value() || v != verticalScrollBar()->value())
-        ScheduleLayout();
 }
 
 void TNQueryPanel::ShowAllRows()
@@ -466,10 +510,8 @@ void TNQueryPanel::RowInserted(TFilterRow *row)
     if (!FActive)
         return;
     BuildViews(row, false);
-    // The row before it may now show its logical operator.
-    if (TFilterBracket *parent = row->Parent())
-        for (const auto &sibling : parent->Rows())
-            FViews.at(sibling.get())->SetVisible(true);
+    // Its neighbours' logical operators follow when the rows in view are
+    // placed again.
     const bool hideRoot = FAppearance->Has(TQPAppearance::aoHideRootRow);
     std::vector<TFilterRow *> stack{row};
     while (!stack.empty()) {
@@ -513,15 +555,11 @@ void TNQueryPanel::RowChanged(TFilterRow *row)
 
 void TNQueryPanel::RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex)
 {
+    (void)row;
+    (void)oldParent;
     (void)oldIndex;
-    if (!FActive)
-        return;
-    // The logical-operator label shows or hides with the row's position.
-    for (TFilterBracket *bracket : {oldParent, row->Parent()})
-        if (bracket && FViews.count(bracket))
-            for (const auto &sibling : bracket->Rows())
-                if (FViews.count(sibling.get()))
-                    FViews.at(sibling.get())->SetVisible(true);
+    // The logical-operator labels show or hide with the rows' positions
+    // when the rows in view are placed again.
     ScheduleLayout();
 }
 
@@ -613,12 +651,13 @@ void TNQueryPanel::PaintMissingMark(QPainter *painter, const TQueryRowView &view
 void TNQueryPanel::draw(QPainter *painter, const QRect &rect) const
 {
     EnsureLayout();
-    // Background around the child controls only.
+    // Background around the child controls only (the labels are drawn
+    // over it; only the check boxes paint a background of their own).
     QRegion background(rect);
-    for (const QObject *child : viewport()->children()) {
-        const auto *widget = qobject_cast<const QWidget *>(child);
-        if (widget && widget->isVisibleTo(viewport()) && widget->inherits("QCheckBox"))
-            background -= widget->geometry();
+    for (const TFilterRow *row : FInView) {
+        const QCheckBox *box = FViews.at(row)->CheckBox();
+        if (box && box->isVisibleTo(viewport()))
+            background -= box->geometry();
     }
     if (!background.isEmpty()) {
         painter->save();
@@ -628,11 +667,10 @@ void TNQueryPanel::draw(QPainter *painter, const QRect &rect) const
     }
     if (FCurrentRow && FAppearance->Has(TQPAppearance::aoAllowKeyboard))
         PaintRow(FCurrentRow, painter, false);
-    for (const auto &[row, view] : FViews) {
-        if (view->Missing().isEmpty() || !view->Visible())
-            continue;
-        if (view->GetRowRect().intersects(rect))
-            PaintMissingMark(painter, *view);
+    for (const TFilterRow *row : FInView) {
+        const TQueryRowView &view = *FViews.at(row);
+        if (!view.Missing().isEmpty() && view.Visible() && view.GetRowRect().intersects(rect))
+            PaintMissingMark(painter, view);
     }
 }
 
@@ -646,8 +684,9 @@ bool TNQueryPanel::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         // The mark of an unresolved row explains itself.
-        for (const auto &[row, view] : FViews)
-            if (!view->Missing().isEmpty() && view->Visible()) {
+        EnsureLayout();
+        for (const TFilterRow *row : FInView)
+            if (const TQueryRowView *view = FViews.at(row).get(); !view->Missing().isEmpty() && view->Visible()) {
                 auto *help = static_cast<QHelpEvent *>(event);
                 if (view->GetRowRect().contains(help->pos())) {
                     viewport()->setToolTip(QStringLiteral("Not in the model: %1").arg(view->Missing()));
@@ -663,14 +702,12 @@ void TNQueryPanel::scrollContentsBy(int dx, int dy)
 {
     if (!FActive || FSettingRanges)
         return;
-    // Right to left, a horizontal scroll moves rows and check boxes
-    // differently: placing them again is simplest.
-    if (FLayoutPending || (dx != 0 && layoutDirection() == Qt::RightToLeft)) {
+    (void)dx;
+    (void)dy;
+    if (FLayoutPending)
         PlaceAllRows();
-        return;
-    }
-    // Otherwise every control moves by the same offset.
-    viewport()->scroll(dx, dy);
+    else
+        PlaceInView();
 }
 
 void TNQueryPanel::resizeEvent(QResizeEvent *event)

@@ -28,6 +28,7 @@ class TDropDownLabel;
 class TNQueryPanel : public QAbstractScrollArea, private TNQueryObserver, private TNModelObserver
 {
     Q_OBJECT
+    friend class TQueryRowView;
     Q_PROPERTY(int RowSpace READ RowSpace WRITE SetRowSpace)
     Q_PROPERTY(int TabSpace READ TabSpace WRITE SetTabSpace)
     Q_PROPERTY(int ElemSpace READ ElemSpace WRITE SetElemSpace)
@@ -205,6 +206,9 @@ private:
     void ScheduleLayout();
     void EnsureLayout() const;
     void UpdateScrollBars(int contentRight, int contentBottom);
+    // Puts up the widgets of the rows that meet the viewport and takes down
+    // those that no longer do.
+    void PlaceInView();
     void PaintMissingMark(QPainter *painter, const TQueryRowView &view) const;
 
     // The change notification of one user action: the query's QueryChanged,
@@ -233,6 +237,13 @@ private:
     std::unique_ptr<TQPAppearance> FAppearance;
     std::unique_ptr<TQPAppearance> FSubQueryAppearance;
     std::unordered_map<const TFilterRow *, std::unique_ptr<TQueryRowView>> FViews;
+    // The shown rows in display order, as the last layout numbered them.
+    std::vector<TQueryRowView *> FOrder;
+    // The rows whose widgets are up.
+    std::vector<const TFilterRow *> FInView;
+    // Counts layouts and scrolls: a row placed under an older count is placed
+    // again before anyone reads where it stands.
+    int FLayoutStamp = 0;
     std::unique_ptr<TDropDownLabel> FAddRowLabel;
     TFilterRow *FCurrentRow = nullptr;
 

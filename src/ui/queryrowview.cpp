@@ -348,7 +348,7 @@ int TQueryRowView::FirstCurControl() const
 {
     const std::vector<TDropDownLabel *> controls = Controls();
     for (std::size_t i = 0; i < controls.size(); ++i)
-        if (!controls[i]->Fixed() && !controls[i]->isHidden())
+        if (!controls[i]->Fixed())
             return int(i);
     return -1;
 }
@@ -357,14 +357,24 @@ void TQueryRowView::SetRowNum(int rowNum, int depth, const QString &rowID)
 {
     FRowNum = rowNum;
     FDepth = depth;
-    if (FRowID != rowID) {
+    FPlacedStamp = -1;
+    if (!FRow->Parent()) {
+        if (FButtonSize.isEmpty()) {
+            const QString caption = FPanel->Appearance().MainBtnCaption();
+            FButton->SetCaption(caption);
+            const int height = FPanel->RowHeight();
+            FButtonSize = QSize(caption.isEmpty() ? height : FButton->AutoSizeHint().width(), height);
+        }
+        return;
+    }
+    if (FRowID != rowID || FButtonSize.isEmpty()) {
         FRowID = rowID;
         FButton->SetCaption(rowID.left(rowID.size() - 1));
+        FButtonSize = FButton->AutoSizeHint();
     }
-    PlaceRow();
 }
 
-void TQueryRowView::PlaceRow()
+TRowPlacement TQueryRowView::Placement(bool showsLogOp) const
 {
     const TQPAppearance &look = FPanel->Appearance();
     const bool root = FRow->Parent() == nullptr;
@@ -378,17 +388,9 @@ void TQueryRowView::PlaceRow()
     p.depth = FDepth;
     p.root = root;
     p.rowHeight = FPanel->RowHeight();
-    if (root) {
-        FButton->SetCaption(look.MainBtnCaption());
-        p.button = QSize(look.MainBtnCaption().isEmpty() ? p.rowHeight : FButton->AutoSizeHint().width(), p.rowHeight);
-    } else {
-        p.button = FButton->AutoSizeHint();
-    }
+    p.button = FButtonSize;
     p.hideButton = !root && look.Has(TQPAppearance::aoHideRowButtons);
-    const bool showLogOp = ShowsLogOp();
-    if (FLogOp)
-        FLogOp->setVisible(FVisible && showLogOp);
-    if (showLogOp) {
+    if (showsLogOp) {
         p.logOp = look.LogOpStyle() == losBeforeCond ? lopBefore : lopAfter;
         p.logOpWidth = FLogOp->width();
     }
@@ -396,11 +398,21 @@ void TQueryRowView::PlaceRow()
         p.slotWidths[std::size_t(i)] = FSlots[std::size_t(i)] ? FSlots[std::size_t(i)]->width() : -1;
     if (FRow->IsBracket() && !FSlots[rsFirstLabel])
         p.slotWidths[rsFirstLabel] = 0;
-    const int check = FPanel->style()->pixelMetric(QStyle::PM_IndicatorWidth);
-    p.checkBox = QSize(check, FPanel->style()->pixelMetric(QStyle::PM_IndicatorHeight));
-    p.scroll = QPoint(FPanel->horizontalScrollBar()->value(), FPanel->verticalScrollBar()->value());
+    const QStyle *style = FPanel->style();
+    p.checkBox = QSize(style->pixelMetric(QStyle::PM_IndicatorWidth), style->pixelMetric(QStyle::PM_IndicatorHeight));
     p.rightToLeft = FPanel->layoutDirection() == Qt::RightToLeft;
     p.clientWidth = FPanel->viewport()->width();
+    return p;
+}
+
+void TQueryRowView::PlaceRow()
+{
+    const bool showLogOp = ShowsLogOp();
+    TRowPlacement p = Placement(showLogOp);
+    p.scroll = QPoint(FPanel->horizontalScrollBar()->value(), FPanel->verticalScrollBar()->value());
+    FPlacedStamp = FPanel->FLayoutStamp;
+    if (FLogOp)
+        FLogOp->setVisible(FVisible && FInView && showLogOp);
 
     const TRowGeometry g = PlaceRowGeometry(p);
     FButton->setGeometry(g.button);
@@ -414,36 +426,87 @@ void TQueryRowView::PlaceRow()
             FSlots[std::size_t(i)]->move(g.slotRects[std::size_t(i)].topLeft());
 }
 
+void TQueryRowView::EnsurePlaced() const
+{
+    if (FPlacedStamp != FPanel->FLayoutStamp && FRowNum >= 0)
+        const_cast<TQueryRowView *>(this)->PlaceRow();
+}
+
+int TQueryRowView::UnscrolledContentEdge(bool showsLogOp) const
+{
+    const TRowPlacement p = Placement(showsLogOp);
+    const TRowGeometry g = PlaceRowGeometry(p);
+    int edge = p.rightToLeft ? g.button.left() : g.button.right();
+    auto take = [&](const QRect &r) {
+        if (!r.isEmpty())
+            edge = p.rightToLeft ? std::min(edge, r.left()) : std::max(edge, r.right());
+    };
+    take(g.logOp);
+    for (const QRect &r : g.slotRects)
+        take(r);
+    return edge;
+}
+
 void TQueryRowView::SetVisible(bool value)
 {
-    const TQPAppearance &look = FPanel->Appearance();
-    const bool root = FRow->Parent() == nullptr;
-    FVisible = value;
-    if (FCheckBox)
-        FCheckBox->setVisible(value && look.Has(TQPAppearance::aoShowCheckBoxes) && !root);
-    FButton->setVisible(value && (!look.Has(TQPAppearance::aoHideRowButtons) || root));
-    if (value)
+    if (value && !FVisible)
         for (int slot : {rsFirstLabel, rsSecondLabel, rsFirstValue, rsSecondValue})
             if (FSlots[std::size_t(slot)] && !FSlots[std::size_t(slot)]->Fixed())
                 Highlight(FSlots[std::size_t(slot)].get());
+    FVisible = value;
+    ApplyVisibility();
+}
+
+void TQueryRowView::SetInView(bool value)
+{
+    if (FInView == value)
+        return;
+    FInView = value;
+    ApplyVisibility();
+}
+
+void TQueryRowView::ApplyVisibility()
+{
+    const TQPAppearance &look = FPanel->Appearance();
+    const bool root = FRow->Parent() == nullptr;
+    const bool shown = FVisible && FInView;
+    if (FCheckBox)
+        FCheckBox->setVisible(shown && look.Has(TQPAppearance::aoShowCheckBoxes) && !root);
+    FButton->setVisible(shown && (!look.Has(TQPAppearance::aoHideRowButtons) || root));
     for (auto &slot : FSlots)
         if (slot)
-            slot->setVisible(value);
+            slot->setVisible(shown);
     if (FLogOp)
-        FLogOp->setVisible(value && ShowsLogOp());
+        FLogOp->setVisible(shown && ShowsLogOp());
 }
 
 QRect TQueryRowView::GetRowRect() const
 {
+    EnsurePlaced();
     return RowRect(FButton->geometry(), FPanel->viewport()->width());
 }
 
-int TQueryRowView::GetTop() const { return FButton->y(); }
-int TQueryRowView::GetHeight() const { return FButton->height(); }
-int TQueryRowView::GetLeft() const { return FButton->x(); }
+int TQueryRowView::GetTop() const
+{
+    EnsurePlaced();
+    return FButton->y();
+}
+
+int TQueryRowView::GetHeight() const
+{
+    EnsurePlaced();
+    return FButton->height();
+}
+
+int TQueryRowView::GetLeft() const
+{
+    EnsurePlaced();
+    return FButton->x();
+}
 
 int TQueryRowView::ContentEdge() const
 {
+    EnsurePlaced();
     const bool rtl = FPanel->layoutDirection() == Qt::RightToLeft;
     int edge = rtl ? FButton->geometry().left() : FButton->geometry().right();
     auto take = [&](const QWidget *w) {
@@ -474,9 +537,8 @@ QString TQueryRowView::Sentence() const
 {
     QStringList words;
     for (TDropDownLabel *label : Controls())
-        if (!label->isHidden() || !FVisible)
-            if (!label->Caption().isEmpty())
-                words << label->Caption();
+        if (!label->Caption().isEmpty())
+            words << label->Caption();
     return words.join(QLatin1Char(' '));
 }
 
