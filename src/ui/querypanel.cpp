@@ -45,6 +45,10 @@ void TNQueryPanel::NewViewport()
     port->setBackgroundRole(QPalette::Base);
     port->setAutoFillBackground(false);
     setViewport(port);
+    // A hidden child: the row views' bins keep their widgets there while
+    // out of view.
+    FRowStore = std::make_unique<QWidget>(this);
+    FRowStore->hide();
 }
 
 // --- the query -------------------------------------------------------------------------

@@ -241,6 +241,8 @@ private:
     std::vector<TQueryRowView *> FOrder;
     // The rows whose widgets are up.
     std::vector<const TFilterRow *> FInView;
+    // A hidden widget holding the row views' bins.
+    std::unique_ptr<QWidget> FRowStore;
     // Counts layouts and scrolls: a row placed under an older count is placed
     // again before anyone reads where it stands.
     int FLayoutStamp = 0;

@@ -30,9 +30,10 @@ const char *const LinkTitles[] = {"ttlAll", "ttlAny", "ttlNone", "ttlNotAll"};
 
 } // namespace
 
-TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTitles) : FPanel(panel), FRow(row)
+TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTitles)
+    : FPanel(panel), FRow(row), FBin(std::make_unique<QWidget>(panel->FRowStore.get()))
 {
-    QWidget *host = panel->viewport();
+    QWidget *host = FBin.get();
     const TQPAppearance &look = panel->Appearance();
 
     FButton = std::make_unique<TNRndBtn>(host);
@@ -88,6 +89,7 @@ TQueryRowView::~TQueryRowView() = default;
 
 void TQueryRowView::Abandon()
 {
+    (void)FBin.release();
     (void)FButton.release();
     for (auto &slot : FSlots)
         (void)slot.release();
@@ -102,7 +104,7 @@ TDropDownLabel *TQueryRowView::Slot(int index) const
 
 TDropDownLabel *TQueryRowView::MakeText(int slot, const QString &text)
 {
-    auto *label = new TDropDownLabel(FPanel->viewport());
+    auto *label = new TDropDownLabel(FBin.get());
     label->SetFixed(true);
     label->setFont(FPanel->font());
     label->SetCaption(text);
@@ -138,7 +140,7 @@ void TQueryRowView::BuildBracket(bool strictTitles)
     if (!before.isEmpty())
         MakeText(rsFirstLabel, before);
 
-    auto *selector = new TDropDownPopup(FPanel->viewport());
+    auto *selector = new TDropDownPopup(FBin.get());
     FSlots[rsSecondLabel].reset(selector);
     selector->setFont(FPanel->font());
     const TFilterLinkTypes types = FPanel->Appearance().LinkTypes();
@@ -181,11 +183,11 @@ void TQueryRowView::BuildSimpleCondition()
 
     TDropDownLabel *field = nullptr;
     if (look.Has(TQPAppearance::aoPopupField)) {
-        auto *popup = new TDropDownPopup(FPanel->viewport());
+        auto *popup = new TDropDownPopup(FBin.get());
         popup->SetMaxItemCount(FPanel->MaxPopupItemCount());
         field = popup;
     } else {
-        field = new TDropDownListBox(FPanel->viewport());
+        field = new TDropDownListBox(FBin.get());
     }
     FSlots[rsFirstLabel].reset(field);
     field->setFont(FPanel->font());
@@ -207,7 +209,7 @@ void TQueryRowView::BuildSimpleCondition()
     ApplyColor(field, look.FieldColor());
     field->hide();
 
-    auto *op = new TDropDownPopup(FPanel->viewport());
+    auto *op = new TDropDownPopup(FBin.get());
     FSlots[rsSecondLabel].reset(op);
     op->setFont(FPanel->font());
     op->SetCaption(texts.value(1));
@@ -256,7 +258,7 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
     const int count = std::min<int>(cond->GetValueCount(), texts.size() >= 3 ? 2 : int(texts.size()));
     for (int i = 1; i <= count; ++i) {
         const TValueLabelKind kind = ChooseValueLabel(ValueLabelChoice(*cond, i, look.Has(TQPAppearance::aoPopupValue)));
-        TDropDownLabel *label = MakeValueLabel(kind, FPanel->viewport());
+        TDropDownLabel *label = MakeValueLabel(kind, FBin.get());
         FSlots[std::size_t(i == 1 ? rsFirstValue : rsSecondValue)].reset(label);
         label->setFont(FPanel->font());
         label->SetCaption(texts.value(i == 1 ? 0 : 2));
@@ -462,6 +464,19 @@ void TQueryRowView::SetInView(bool value)
     if (FInView == value)
         return;
     FInView = value;
+    // Out of view the widgets wait in the row's own bin, so that the
+    // viewport holds a screenful of children and Qt's work per shown, moved
+    // or hidden child does not grow with the query.
+    QWidget *parent = value ? FPanel->viewport() : FBin.get();
+    auto take = [parent](QWidget *w) {
+        if (w && w->parentWidget() != parent)
+            w->setParent(parent);
+    };
+    take(FButton.get());
+    take(FCheckBox.get());
+    take(FLogOp.get());
+    for (auto &slot : FSlots)
+        take(slot.get());
     ApplyVisibility();
 }
 

@@ -108,6 +108,8 @@ private:
 
     TNQueryPanel *FPanel;
     TFilterRow *FRow;
+    // Holds the widgets while the row is out of view (freed after them).
+    std::unique_ptr<QWidget> FBin;
     std::unique_ptr<TNRndBtn> FButton;
     std::array<std::unique_ptr<TDropDownLabel>, RowSlotCount> FSlots;
     std::unique_ptr<TDropDownPopup> FLogOp;
