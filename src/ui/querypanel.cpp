@@ -361,6 +361,7 @@ void TNQueryPanel::PlaceAllRows()
     int rowNum = hideRoot ? -1 : 0;
     FOrder.clear();
     FOrder.reserve(FViews.size());
+    TakePlacementBase();
     struct TEntry
     {
         TFilterRow *row;
@@ -398,10 +399,27 @@ void TNQueryPanel::PlaceAllRows()
     PlaceInView();
 }
 
+void TNQueryPanel::TakePlacementBase()
+{
+    TRowPlacement &p = FPlacementBase.placement;
+    p.headerTop = FHeadTop;
+    p.headerLeft = FHeadLeft;
+    p.tabSpace = FTabSpace;
+    p.rowSpace = FRowSpace;
+    p.elemSpace = FElemSpace;
+    p.rowHeight = RowHeight();
+    p.checkBox = QSize(style()->pixelMetric(QStyle::PM_IndicatorWidth), style()->pixelMetric(QStyle::PM_IndicatorHeight));
+    p.rightToLeft = layoutDirection() == Qt::RightToLeft;
+    p.clientWidth = viewport()->width();
+    FPlacementBase.metrics = QFontMetrics(font());
+}
+
 void TNQueryPanel::PlaceInView()
 {
-    // Every row's place depends on the scroll position.
+    // Every row's place depends on the scroll position (and, right to left,
+    // on the width a scroll bar leaves).
     ++FLayoutStamp;
+    FPlacementBase.placement.clientWidth = viewport()->width();
     const auto [first, last] = RowsInView(int(FOrder.size()), FHeadTop, RowHeight(), FRowSpace,
                                           verticalScrollBar()->value(), viewport()->height());
     std::vector<const TFilterRow *> now;

@@ -11,6 +11,7 @@
 
 #include <QAbstractScrollArea>
 #include <QFont>
+#include <QFontMetrics>
 #include <QPoint>
 #include <QPointer>
 
@@ -243,6 +244,14 @@ private:
     std::vector<const TFilterRow *> FInView;
     // A hidden widget holding the row views' bins.
     std::unique_ptr<QWidget> FRowStore;
+    // What every row's placement shares, taken once per layout.
+    struct TPlacementBase
+    {
+        TRowPlacement placement;
+        QFontMetrics metrics{QFont()};
+    };
+    TPlacementBase FPlacementBase;
+    void TakePlacementBase();
     // Counts layouts and scrolls: a row placed under an older count is placed
     // again before anyone reads where it stands.
     int FLayoutStamp = 0;

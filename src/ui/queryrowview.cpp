@@ -15,6 +15,7 @@
 #include "model/valueeditors.h"
 
 #include <QCheckBox>
+#include <QFontMetrics>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -369,27 +370,29 @@ void TQueryRowView::SetRowNum(int rowNum, int depth, const QString &rowID)
         }
         return;
     }
+    // The button takes its caption when the row is placed; renumbering a
+    // long query touches no widget out of view.
     if (FRowID != rowID || FButtonSize.isEmpty()) {
         FRowID = rowID;
-        FButton->SetCaption(rowID.left(rowID.size() - 1));
-        FButtonSize = FButton->AutoSizeHint();
+        FCaptionStale = true;
+        const QFontMetrics &metrics = FPanel->FPlacementBase.metrics;
+        FButtonSize = QSize(metrics.horizontalAdvance(ButtonCaption()) + 10, metrics.height() + 1);
     }
+}
+
+QString TQueryRowView::ButtonCaption() const
+{
+    return FRowID.left(FRowID.size() - 1);
 }
 
 TRowPlacement TQueryRowView::Placement(bool showsLogOp) const
 {
     const TQPAppearance &look = FPanel->Appearance();
     const bool root = FRow->Parent() == nullptr;
-    TRowPlacement p;
-    p.headerTop = FPanel->HeaderTop();
-    p.headerLeft = FPanel->HeaderLeft();
-    p.tabSpace = FPanel->TabSpace();
-    p.rowSpace = FPanel->RowSpace();
-    p.elemSpace = FPanel->ElemSpace();
+    TRowPlacement p = FPanel->FPlacementBase.placement;
     p.rowNum = FRowNum;
     p.depth = FDepth;
     p.root = root;
-    p.rowHeight = FPanel->RowHeight();
     p.button = FButtonSize;
     p.hideButton = !root && look.Has(TQPAppearance::aoHideRowButtons);
     if (showsLogOp) {
@@ -400,10 +403,6 @@ TRowPlacement TQueryRowView::Placement(bool showsLogOp) const
         p.slotWidths[std::size_t(i)] = FSlots[std::size_t(i)] ? FSlots[std::size_t(i)]->width() : -1;
     if (FRow->IsBracket() && !FSlots[rsFirstLabel])
         p.slotWidths[rsFirstLabel] = 0;
-    const QStyle *style = FPanel->style();
-    p.checkBox = QSize(style->pixelMetric(QStyle::PM_IndicatorWidth), style->pixelMetric(QStyle::PM_IndicatorHeight));
-    p.rightToLeft = FPanel->layoutDirection() == Qt::RightToLeft;
-    p.clientWidth = FPanel->viewport()->width();
     return p;
 }
 
@@ -413,6 +412,10 @@ void TQueryRowView::PlaceRow()
     TRowPlacement p = Placement(showLogOp);
     p.scroll = QPoint(FPanel->horizontalScrollBar()->value(), FPanel->verticalScrollBar()->value());
     FPlacedStamp = FPanel->FLayoutStamp;
+    if (FCaptionStale) {
+        FCaptionStale = false;
+        FButton->SetCaption(ButtonCaption());
+    }
     if (FLogOp)
         FLogOp->setVisible(FVisible && FInView && showLogOp);
 

@@ -104,6 +104,7 @@ private:
     void SetUnresolvedLook();
     void FillListOnDrop(TDropDownLabel *label, int index);
     TRowPlacement Placement(bool showsLogOp) const;
+    QString ButtonCaption() const;
     void ApplyVisibility();
 
     TNQueryPanel *FPanel;
@@ -121,6 +122,7 @@ private:
     bool FInView = false;
     QSize FButtonSize;
     int FPlacedStamp = -1;
+    bool FCaptionStale = false;
     int FCurrentControl = -1;
     QString FMissing;
 };
