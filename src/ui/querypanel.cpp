@@ -15,6 +15,7 @@
 #include <QPaintEvent>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyleOptionButton>
 #include <QTimer>
 
 namespace vm20 {
@@ -202,6 +203,7 @@ void TNQueryPanel::showEvent(QShowEvent *event)
 
 void TNQueryPanel::BuildViews(TFilterRow *top, bool strict)
 {
+    FMissingListed = false;
     // Trees may nest deeper than the call stack allows.
     std::vector<TFilterRow *> stack{top};
     while (!stack.empty()) {
@@ -214,6 +216,24 @@ void TNQueryPanel::BuildViews(TFilterRow *top, bool strict)
                 stack.push_back(it->get());
         }
     }
+}
+
+QString TNQueryPanel::MissingText(const TFilterRow *row) const
+{
+    if (!FMissingListed) {
+        FMissingListed = true;
+        FMissingByRow.clear();
+        for (const TUnresolvedItem &item : FQuery->UnresolvedItems()) {
+            if (!item.Row)
+                continue;
+            const QString what = item.Kind == TUnresolvedItem::ukField      ? QStringLiteral("field")
+                                 : item.Kind == TUnresolvedItem::ukOperator ? QStringLiteral("operator")
+                                                                            : QStringLiteral("condition");
+            QString &text = FMissingByRow[item.Row];
+            text += text.isEmpty() ? what : QStringLiteral(", ") + what;
+        }
+    }
+    return FMissingByRow.value(row);
 }
 
 void TNQueryPanel::DropViews(TFilterRow *top)
@@ -552,6 +572,7 @@ void TNQueryPanel::RowRemoved(TFilterRow *row)
     if (!FActive)
         return;
     DropViews(row);
+    FMissingListed = false;
     ScheduleLayout();
 }
 
@@ -559,6 +580,13 @@ void TNQueryPanel::RowChanged(TFilterRow *row)
 {
     if (!FActive || !FViews.count(row))
         return;
+    FMissingListed = false;
+    RebuildRowView(row);
+    ScheduleLayout();
+}
+
+void TNQueryPanel::RebuildRowView(TFilterRow *row)
+{
     const bool current = row == FCurrentRow;
     const int control = FViews.at(row)->CurrentControlIndex();
     FViews[row] = std::make_unique<TQueryRowView>(this, row, false);
@@ -569,10 +597,9 @@ void TNQueryPanel::RowChanged(TFilterRow *row)
     // the logical operators of its rows.
     if (row->IsBracket())
         for (const auto &child : static_cast<TFilterBracket *>(row)->Rows())
-            RowChanged(child.get());
+            RebuildRowView(child.get());
     if (current)
         FCurrentRow = row;
-    ScheduleLayout();
 }
 
 void TNQueryPanel::RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex)
@@ -610,6 +637,29 @@ void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &
         RebuildQuietly();
 }
 
+// The query drops its references to the entity and reports each row it
+// changed, whose view is then built anew and shows the row unresolved. What
+// the panel must not keep is an editor open over such a row: its list may
+// offer the entity, and accepting it later would bring it back.
+void TNQueryPanel::EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity)
+{
+    (void)model;
+    if (!FActive || (entity.Kind != mckFields && entity.Kind != mckOperators && entity.Kind != mckConditions))
+        return;
+    const auto refers = [&entity](const TFilterRow *row) {
+        if (!entity.Entity)
+            return true;
+        if (const auto *simple = dynamic_cast<const TSimpleCond *>(row))
+            return simple->Field() == entity.Entity || simple->Operator() == entity.Entity;
+        if (const auto *custom = dynamic_cast<const TCustomCond *>(row))
+            return custom->Condition() == entity.Entity;
+        return false;
+    };
+    for (const auto &[row, view] : FViews)
+        if (refers(row))
+            view->CloseEdit(false);
+}
+
 void TNQueryPanel::ModelDestroyed(TNCustomDBStructure *model)
 {
     (void)model;
@@ -645,14 +695,31 @@ void TNQueryPanel::PaintRow(TFilterRow *row, QPainter *painter, bool withControl
             painter->restore();
         }
     }
-    if (withControls)
-        for (TDropDownLabel *label : view->Controls())
-            if (label->isVisibleTo(viewport())) {
-                painter->save();
-                painter->translate(label->pos());
-                label->draw(painter, label->rect());
-                painter->restore();
-            }
+    if (!withControls)
+        return;
+    // What the row shows, whether or not it is scrolled into view.
+    const bool root = !row->Parent();
+    if (root || !FAppearance->Has(TQPAppearance::aoHideRowButtons)) {
+        const TNRndBtn *button = view->Button();
+        painter->save();
+        painter->translate(button->pos());
+        button->draw(painter, button->rect());
+        painter->restore();
+    }
+    if (const QCheckBox *box = view->CheckBox(); box && FAppearance->Has(TQPAppearance::aoShowCheckBoxes)) {
+        QStyleOptionButton option;
+        option.initFrom(box);
+        option.rect = box->geometry();
+        option.state = (option.state & ~(QStyle::State_On | QStyle::State_Off))
+                       | (box->isChecked() ? QStyle::State_On : QStyle::State_Off);
+        style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, painter, box);
+    }
+    for (TDropDownLabel *label : view->Controls()) {
+        painter->save();
+        painter->translate(label->pos());
+        label->draw(painter, label->rect());
+        painter->restore();
+    }
 }
 
 void TNQueryPanel::RefreshRow(TFilterRow *row)
@@ -744,6 +811,47 @@ void TNQueryPanel::changeEvent(QEvent *event)
     QAbstractScrollArea::changeEvent(event);
     if (FActive && (event->type() == QEvent::LayoutDirectionChange || event->type() == QEvent::FontChange))
         RebuildQuietly();
+}
+
+// --- sub-queries --------------------------------------------------------------------------
+
+void TNQueryPanel::SetSubQueryHint(TSubQueryHint value)
+{
+    if (FSubQueryHint == value)
+        return;
+    FSubQueryHint = value;
+    if (FActive)
+        RebuildQuietly();
+}
+
+QString TNQueryPanel::SubQueryHintText(const TFilterCond &condition, int index) const
+{
+    switch (FSubQueryHint) {
+    case sqhNone:
+        return QString();
+    case sqhSQL:
+        return condition.GetValue(index);
+    case sqhText:
+        break;
+    }
+    if (condition.SubQuery().isEmpty())
+        return QString();
+    try {
+        TNQuery hidden;
+        hidden.SetDBStruct(FQuery->DBStruct());
+        hidden.LoadFromStrings(condition.SubQuery());
+        return hidden.GetQueryText();
+    } catch (const std::exception &) {
+        // A saved sub-query the model no longer reads still has its statement.
+        return condition.GetValue(index);
+    }
+}
+
+void TNQueryPanel::SetUpSubQueryPanel(TNQueryPanel &panel) const
+{
+    panel.SetDBStruct(FQuery->DBStruct());
+    panel.setFont(FSubQueryFont);
+    FSubQueryAppearance->AssignTo(panel.Appearance());
 }
 
 // --- change notification ---------------------------------------------------------------

@@ -12,6 +12,7 @@
 #include <QAbstractScrollArea>
 #include <QFont>
 #include <QFontMetrics>
+#include <QHash>
 #include <QPoint>
 #include <QPointer>
 
@@ -69,7 +70,13 @@ public:
     QFont SubQueryFont() const { return FSubQueryFont; }
     void SetSubQueryFont(const QFont &value) { FSubQueryFont = value; }
     TSubQueryHint SubQueryHint() const { return FSubQueryHint; }
-    void SetSubQueryHint(TSubQueryHint value) { FSubQueryHint = value; }
+    void SetSubQueryHint(TSubQueryHint value);
+    // What a sub-query value's label says when hovered, as SubQueryHint asks:
+    // nothing, the sub-query as readable text, or its statement.
+    QString SubQueryHintText(const TFilterCond &condition, int index) const;
+    // Readies a panel that shows or edits a sub-query of this panel's query:
+    // this panel's model, SubQueryFont and SubQueryAppearance.
+    void SetUpSubQueryPanel(TNQueryPanel &panel) const;
     int RowSpace() const { return FRowSpace; }
     void SetRowSpace(int value) { SetLayoutValue(FRowSpace, value); }
     int TabSpace() const { return FTabSpace; }
@@ -194,6 +201,7 @@ private:
     // TNModelObserver
     void ModelChanged(TNCustomDBStructure *model, const TModelChange &change) override;
     void ModelDestroyed(TNCustomDBStructure *model) override;
+    void EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity) override;
 
     void NewViewport();
     void AttachQuery(TNQuery *query);
@@ -202,6 +210,8 @@ private:
     void SetLayoutValue(int &field, int value);
     void BuildViews(TFilterRow *top, bool strict);
     void DropViews(TFilterRow *top);
+    // A row's view (and its sub-tree's) built anew in place.
+    void RebuildRowView(TFilterRow *row);
     void Rebuild();
     void RebuildQuietly();
     void ScheduleLayout();
@@ -244,6 +254,12 @@ private:
     std::vector<const TFilterRow *> FInView;
     // A hidden widget holding the row views' bins.
     std::unique_ptr<QWidget> FRowStore;
+    // What the model cannot resolve for a row ("field, operator"), as the
+    // query itself lists it, so that the panel and the command-line tool
+    // agree; empty when the row resolves. Listed once per change of the query.
+    QString MissingText(const TFilterRow *row) const;
+    mutable bool FMissingListed = false;
+    mutable QHash<const TFilterRow *, QString> FMissingByRow;
     // What every row's placement shares, taken once per layout.
     struct TPlacementBase
     {

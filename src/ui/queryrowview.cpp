@@ -174,12 +174,7 @@ void TQueryRowView::BuildSimpleCondition()
     // Without a model the row's pointers may outlive what they point to.
     const bool fieldKnown = model && cond->Field() && cond->Field() != model->UnrecognizedField();
     const bool operatorKnown = model && cond->Operator() && cond->Operator() != model->UnrecognizedOperator();
-    QStringList missing;
-    if (!fieldKnown)
-        missing << QStringLiteral("field");
-    if (!operatorKnown)
-        missing << QStringLiteral("operator");
-    FMissing = missing.join(QStringLiteral(", "));
+    FMissing = FPanel->MissingText(FRow);
     const QStringList texts = model ? cond->Labels() : QStringList{EmptyText, EmptyText};
 
     TDropDownLabel *field = nullptr;
@@ -234,8 +229,8 @@ void TQueryRowView::BuildCustomCondition()
 {
     auto *cond = static_cast<TCustomCond *>(FRow);
     TNCustomDBStructure *model = FPanel->DBStruct();
+    FMissing = FPanel->MissingText(FRow);
     if (!model || !cond->Condition() || cond->Condition() == model->UnrecognizedCondition()) {
-        FMissing = QStringLiteral("condition");
         MakeText(rsFirstLabel, model ? cond->Labels().value(0) : EmptyText);
         return;
     }
@@ -268,6 +263,8 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
         if ((kind == vlkDate || kind == vlkTime) && !cond->GetValueIsParam(i) && !cond->GetValue(i).isEmpty())
             label->SetValue(cond->GetValue(i));
         FillListOnDrop(label, i);
+        if (kind == vlkSubQuery)
+            label->setToolTip(FPanel->SubQueryHintText(*cond, i));
         ApplyColor(label, look.ValueColor());
         label->hide();
     }
