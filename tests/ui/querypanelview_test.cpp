@@ -2,12 +2,17 @@
 // widgets after a scroll, and the identifiers after rows move, come and go.
 #include "ui/querypanel.h"
 
+#include "model/dsfieldgroup.h"
+#include "model/dsoperator.h"
+#include "ui/dropdownlist.h"
 #include "ui/rndbtn.h"
 #include "uitest.h"
 
 #include "query/shopmodel.h"
 
 #include <QApplication>
+#include <QImage>
+#include <QPainter>
 #include <QScrollBar>
 
 namespace vm20 {
@@ -154,6 +159,129 @@ TEST_F(QueryPanelViewTest, IdentifiersAfterMovesInsertsAndDeletesMatchAFullRenum
     ASSERT_EQ(int(rows.size()), int(ids.size()));
     for (std::size_t i = 0; i < rows.size(); ++i)
         EXPECT_EQ(panel->RowView(rows[i])->RowID(), ids[qsizetype(i)]) << "hidden root, row " << i;
+}
+
+// Drops the list as a user would first open it: the label fills it then.
+QStringList Dropped(TDropDownLabel *label)
+{
+    auto *list = qobject_cast<TDropDownList *>(label);
+    if (!list || !list->BeforeDropDown)
+        return {};
+    list->BeforeDropDown(list);
+    QStringList shown;
+    for (int g = 0; g < list->Groups().Count(); ++g) {
+        const TItemGroup *group = list->Groups().Items(g);
+        QStringList items;
+        for (int i : group->Items)
+            items << list->Items()[i];
+        shown << (group->GroupName().isEmpty() ? QString() : group->GroupName() + QStringLiteral(": "))
+                     + items.join(QLatin1Char(','));
+    }
+    return shown;
+}
+
+TEST_F(QueryPanelViewTest, FieldListGroupsFollowTheModelsGroupOrder)
+{
+    TNDBStructure &m = *shop.model;
+    // Groups made in one order, fields moved into them in another.
+    TDSFieldGroup *orders = m.FieldGroups().AddGroup(QStringLiteral("Orders"));
+    TDSFieldGroup *people = m.FieldGroups().AddGroup(QStringLiteral("People"));
+    shop.orderTotal->SetGroup(orders);
+    shop.custName->SetGroup(people);
+    shop.orderDate->SetGroup(orders);
+    shop.custCity->SetGroup(people);
+    TSimpleCond *row = panel->Query()->AddCondition(panel->Filter(), shop.custName);
+
+    const QStringList grouped = Dropped(panel->RowView(row)->Slot(rsFirstLabel));
+    ASSERT_GE(grouped.size(), 3);
+    EXPECT_TRUE(grouped[0].startsWith(QStringLiteral("Orders: Order total,Order date"))) << grouped.join('|').toStdString();
+    EXPECT_TRUE(grouped[1].startsWith(QStringLiteral("People: Customer name,City"))) << grouped.join('|').toStdString();
+    EXPECT_FALSE(grouped.last().contains(QLatin1Char(':'))) << "root fields after the groups by default";
+
+    m.SetRootFieldsFirst(true);
+    panel->Appearance().SetOptions(panel->Appearance().Options()
+                                   + TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoShowGroupName});
+    const QStringList rootsFirst = Dropped(panel->RowView(row)->Slot(rsFirstLabel));
+    ASSERT_GE(rootsFirst.size(), 3);
+    EXPECT_FALSE(rootsFirst[0].contains(QLatin1Char(':'))) << rootsFirst.join('|').toStdString();
+    EXPECT_TRUE(rootsFirst[1].startsWith(QStringLiteral("Orders: Orders.Order total,"))) << rootsFirst.join('|').toStdString();
+}
+
+TEST_F(QueryPanelViewTest, EntityDeletedUnderALivePanelLeavesItsRowsUnresolved)
+{
+    TNQuery *q = panel->Query();
+    TSimpleCond *byTotal = q->AddCondition(q->Filter(), shop.orderTotal);
+    TSimpleCond *byName = q->AddCondition(q->Filter(), shop.custName);
+    TSimpleCond *byCity = q->AddCondition(q->Filter(), shop.custCity);
+    Dropped(panel->RowView(byTotal)->Slot(rsFirstLabel));
+    Dropped(panel->RowView(byName)->Slot(rsSecondLabel));
+    const QString equal = byName->Operator()->Name();
+
+    shop.model->DelField(shop.model->IndexOfField(shop.orderTotal));
+    shop.orderTotal = nullptr;
+    shop.model->DeleteOperatorByName(equal);
+    QApplication::processEvents();
+
+    EXPECT_TRUE(panel->RowView(byTotal)->Missing().startsWith(QStringLiteral("field")));
+    EXPECT_EQ(panel->RowView(byName)->Missing(), QStringLiteral("operator"));
+    EXPECT_EQ(panel->RowView(byTotal)->Slot(rsFirstLabel)->palette().color(QPalette::WindowText),
+              TNQueryPanel::MissingColor());
+    EXPECT_FALSE(Dropped(panel->RowView(byCity)->Slot(rsFirstLabel)).join(',').contains(QStringLiteral("Order total")))
+        << "a list dropped afterwards no longer offers the field";
+    // Reading and painting every row touches nothing freed (the sanitizer run
+    // catches a dangling label or list).
+    for (TFilterRow *row : panel->DisplayRows())
+        EXPECT_FALSE(panel->RowView(row)->Sentence().isEmpty());
+    QImage image(panel->viewport()->size(), QImage::Format_ARGB32);
+    QPainter painter(&image);
+    panel->draw(&painter, image.rect());
+    for (TFilterRow *row : panel->DisplayRows())
+        panel->PaintRow(row, &painter, true);
+}
+
+TEST_F(QueryPanelViewTest, PaintRowDrawsTheRowButtonWithTheLabels)
+{
+    TSimpleCond *row = panel->Query()->AddCondition(panel->Filter(), shop.custName);
+    panel->Appearance().SetButtonColor(QColor(0, 200, 0));
+    const QRect button = panel->RowView(row)->Button()->geometry();
+    QImage image(panel->viewport()->size(), QImage::Format_ARGB32);
+    image.fill(Qt::white);
+    QPainter painter(&image);
+    panel->PaintRow(row, &painter, true);
+    painter.end();
+    // Beside its caption, the button's face shows in its colour.
+    int green = 0;
+    for (int x = button.left(); x <= button.right(); ++x)
+        green += image.pixelColor(x, button.center().y()) == QColor(0, 200, 0);
+    EXPECT_GT(green, 2);
+}
+
+TEST_F(QueryPanelViewTest, SubQueryValuesHintAsTheAppearanceAsks)
+{
+    TNDBStructure &m = *shop.model;
+    m.AddOperator(QStringLiteral("InQuery"), QStringLiteral("is in query"), QStringLiteral("@f in (@1)"), QString(),
+                  ComparableTypes());
+    shop.Op("InQuery")->SetValueKind(vkSubQuery);
+    shop.custId->AddOperator(shop.Op("InQuery"));
+    panel->ParseSQL({QStringLiteral("select c.Name from Customers c where c.ID in "
+                                    "(select o.CustomerID from Orders o where o.Total > 100)")});
+    const auto *cond = static_cast<TSimpleCond *>(panel->Filter()->GetRow(0));
+    ASSERT_EQ(cond->Operator(), shop.Op("InQuery"));
+    const auto hint = [&] { return panel->RowView(cond)->Slot(rsFirstValue)->toolTip(); };
+    EXPECT_TRUE(hint().contains(QStringLiteral("SELECT"), Qt::CaseInsensitive)) << "the statement by default";
+    panel->SetSubQueryHint(sqhText);
+    EXPECT_TRUE(hint().contains(QStringLiteral("Order total"))) << hint().toStdString();
+    panel->SetSubQueryHint(sqhNone);
+    EXPECT_EQ(hint(), QString());
+
+    QFont font(QStringLiteral("DejaVu Sans"), 14);
+    panel->SetSubQueryFont(font);
+    panel->SubQueryAppearance().SetValueColor(QColor(10, 20, 30));
+    TNQueryPanel sub;
+    panel->SetUpSubQueryPanel(sub);
+    EXPECT_EQ(sub.DBStruct(), panel->DBStruct());
+    EXPECT_EQ(sub.font().pointSize(), 14);
+    EXPECT_EQ(sub.Appearance().ValueColor(), QColor(10, 20, 30));
 }
 
 } // namespace
