@@ -529,7 +529,9 @@ int TQueryRowView::ContentEdge() const
             return;
         edge = rtl ? std::min(edge, w->geometry().left()) : std::max(edge, w->geometry().right());
     };
-    take(FLogOp.get());
+    // A logical operator the row does not show waits off the left edge.
+    if (ShowsLogOp())
+        take(FLogOp.get());
     for (const auto &slot : FSlots)
         take(slot.get());
     return edge;

@@ -239,6 +239,21 @@ TEST_F(QueryPanelViewTest, EntityDeletedUnderALivePanelLeavesItsRowsUnresolved)
         panel->PaintRow(row, &painter, true);
 }
 
+TEST_F(QueryPanelViewTest, RightToLeftContentEndsAtTheLeftmostLabelShown)
+{
+    panel->setLayoutDirection(Qt::RightToLeft);
+    TNQuery *q = panel->Query();
+    TSimpleCond *last = nullptr;
+    for (int i = 0; i < 2; ++i)
+        last = q->AddCondition(q->Filter(), shop.custName);
+    const TQueryRowView *view = panel->RowView(last);
+    ASSERT_FALSE(view->ShowsLogOp()) << "the last row joins nothing after it";
+    int left = view->Button()->x();
+    for (TDropDownLabel *label : view->Controls())
+        left = std::min(left, label->x());
+    EXPECT_EQ(view->ContentEdge(), left) << "the unshown logical operator does not count (the mark goes there)";
+}
+
 TEST_F(QueryPanelViewTest, PaintRowDrawsTheRowButtonWithTheLabels)
 {
     TSimpleCond *row = panel->Query()->AddCondition(panel->Filter(), shop.custName);
