@@ -1,8 +1,8 @@
 // The condition panel over large queries: activating it (row views created
 // and placed), rebuilding it after an appearance change, painting one
-// screenful after a scroll, the memory a row takes, and the panel following
-// a row moved, inserted or deleted in the query (its posted layout and
-// painting included).
+// screenful after a scroll, the memory a row takes, the panel following a
+// row moved, inserted or deleted in the query (its posted layout and painting
+// included), and adding and deleting a row through the menus.
 #include "widgetbench.h"
 #include "model/valueeditors.h"
 #include "query/filtercond.h"
@@ -205,6 +205,27 @@ void BM_DeleteRow(benchmark::State &state)
     }
 }
 BENCHMARK(BM_DeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// One condition added after a middle row through the row menu, then deleted
+// through it, each placed as the user would see it.
+void BM_MenuAddAndDeleteRow(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    TQPAppearance &look = panel->Appearance();
+    look.SetOptions(look.Options() - TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoFieldsMenuOnAdd});
+    panel->Activate();
+    TFilterRow *middle = panel->Query()->GetRowByNum(panel->Query()->GetRowCount() / 2);
+    for (auto _ : state) {
+        panel->SetCurrentRow(middle);
+        panel->MenuItemClick(1);
+        benchmark::DoNotOptimize(panel->RowView(panel->CurrentRow()));
+        panel->MenuItemClick(20);
+        benchmark::DoNotOptimize(panel->RowView(middle));
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_MenuAddAndDeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

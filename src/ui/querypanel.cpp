@@ -13,6 +13,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPaintEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 #include <QStyleOptionButton>
@@ -30,6 +31,7 @@ TNQueryPanel::TNQueryPanel(QWidget *parent)
     NewViewport();
     FOwnQuery = std::make_unique<TNQuery>();
     AttachQuery(FOwnQuery.get());
+    CreateMenus();
 }
 
 TNQueryPanel::~TNQueryPanel()
@@ -59,6 +61,7 @@ void TNQueryPanel::AttachQuery(TNQuery *query)
     FQuery = query;
     FQuery->AddObserver(this);
     ObserveModel(FQuery->DBStruct());
+    UpdateMenus();
 }
 
 void TNQueryPanel::DetachQuery()
@@ -109,6 +112,7 @@ void TNQueryPanel::ObserveModel(TNCustomDBStructure *model)
         // it goes, and a model need not say so before its QObject part does.
         connect(FModel, &QObject::destroyed, this, [this] { Deactivate(); });
     }
+    UpdateMenus();
 }
 
 // --- activation ---------------------------------------------------------------------------
@@ -122,6 +126,7 @@ void TNQueryPanel::Activate()
         BuildViews(FQuery->Filter(), true);
         FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
         FAddRowLabel->SetFixed(true);
+        WireAddRowLabel();
         SetAddRowCaption();
         PlaceAllRows();
         ShowAllRows();
@@ -143,9 +148,20 @@ void TNQueryPanel::Deactivate()
     // children each; a new viewport frees them all in one pass.
     // Each freed control would search all events still queued (the ones
     // its making posted) for its own: deliver them first.
-    QCoreApplication::sendPostedEvents();
+    // (Delivering them may paint: nothing is in view any more.)
     FOrder.clear();
     FInView.clear();
+    QCoreApplication::sendPostedEvents();
+    if (FInControlHandler && !FDestroying) {
+        // A control of the panel is inside its own handler (a host's change
+        // handler rebuilt the panel): the controls go one by one, later.
+        FViews.clear();
+        if (QWidget *label = FAddRowLabel.release()) {
+            label->hide();
+            label->deleteLater();
+        }
+        return;
+    }
     for (auto &[row, view] : FViews)
         view->Abandon();
     FViews.clear();
@@ -176,6 +192,7 @@ void TNQueryPanel::RebuildQuietly()
     BuildViews(FQuery->Filter(), false);
     FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
     FAddRowLabel->SetFixed(true);
+    WireAddRowLabel();
     SetAddRowCaption();
     PlaceAllRows();
     ShowAllRows();
@@ -479,7 +496,7 @@ void TNQueryPanel::PlaceAddRow()
     p.rowSpace = FRowSpace;
     p.rightToLeft = layoutDirection() == Qt::RightToLeft;
     FAddRowLabel->setGeometry(QRect(PlaceAddRowLabel(p), FAddRowLabel->sizeHint()));
-    FAddRowLabel->setVisible(FAppearance->Has(TQPAppearance::aoShowAddRow));
+    FAddRowLabel->setVisible(FAppearance->Has(TQPAppearance::aoShowAddRow) && !FReadOnly);
 }
 
 void TNQueryPanel::UpdateScrollBars(int contentRight, int contentBottom)
@@ -619,6 +636,7 @@ void TNQueryPanel::RowAdded(TFilterRow *row)
 
 void TNQueryPanel::TitlesChanged()
 {
+    UpdateMenus();
     if (FActive)
         RebuildQuietly();
 }
@@ -633,6 +651,7 @@ void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &
 {
     (void)model;
     (void)change;
+    UpdateMenus();
     if (FActive)
         RebuildQuietly();
 }
@@ -743,8 +762,9 @@ void TNQueryPanel::draw(QPainter *painter, const QRect &rect) const
     // Background around the child controls only (the labels are drawn
     // over it; only the check boxes paint a background of their own).
     QRegion background(rect);
-    for (const TFilterRow *row : FInView) {
-        const QCheckBox *box = FViews.at(row)->CheckBox();
+    const std::vector<const TQueryRowView *> inView = ViewsInView();
+    for (const TQueryRowView *view : inView) {
+        const QCheckBox *box = view->CheckBox();
         if (box && box->isVisibleTo(viewport()))
             background -= box->geometry();
     }
@@ -756,11 +776,19 @@ void TNQueryPanel::draw(QPainter *painter, const QRect &rect) const
     }
     if (FCurrentRow && FAppearance->Has(TQPAppearance::aoAllowKeyboard))
         PaintRow(FCurrentRow, painter, false);
-    for (const TFilterRow *row : FInView) {
-        const TQueryRowView &view = *FViews.at(row);
-        if (!view.Missing().isEmpty() && view.Visible() && view.GetRowRect().intersects(rect))
-            PaintMissingMark(painter, view);
-    }
+    for (const TQueryRowView *view : inView)
+        if (!view->Missing().isEmpty() && view->Visible() && view->GetRowRect().intersects(rect))
+            PaintMissingMark(painter, *view);
+}
+
+std::vector<const TQueryRowView *> TNQueryPanel::ViewsInView() const
+{
+    std::vector<const TQueryRowView *> views;
+    views.reserve(FInView.size());
+    for (const TFilterRow *row : FInView)
+        if (const auto found = FViews.find(row); found != FViews.end())
+            views.push_back(found->second.get());
+    return views;
 }
 
 void TNQueryPanel::paintEvent(QPaintEvent *event)
@@ -774,8 +802,8 @@ bool TNQueryPanel::viewportEvent(QEvent *event)
     if (event->type() == QEvent::ToolTip) {
         // The mark of an unresolved row explains itself.
         EnsureLayout();
-        for (const TFilterRow *row : FInView)
-            if (const TQueryRowView *view = FViews.at(row).get(); !view->Missing().isEmpty() && view->Visible()) {
+        for (const TQueryRowView *view : ViewsInView())
+            if (!view->Missing().isEmpty() && view->Visible()) {
                 auto *help = static_cast<QHelpEvent *>(event);
                 if (view->GetRowRect().contains(help->pos())) {
                     viewport()->setToolTip(QStringLiteral("Not in the model: %1").arg(view->Missing()));
@@ -860,7 +888,11 @@ void TNQueryPanel::NotifyChange()
 {
     if (FInsideEventHandler)
         return;
-    FQuery->QueryChanged();
+    {
+        // A host's OnChange that works the panel makes no second step.
+        const QScopedValueRollback inside(FInsideEventHandler, true);
+        FQuery->QueryChanged();
+    }
     RecordUndoStep();
 }
 
