@@ -52,6 +52,7 @@ void TNQueryPanel::NewViewport()
 void TNQueryPanel::AttachQuery(TNQuery *query)
 {
     FQuery = query;
+    WatchForHistory();
     FQuery->AddObserver(this);
     ObserveModel(FQuery->DBStruct());
 }
@@ -75,6 +76,7 @@ void TNQueryPanel::SetQuery(TNQuery *query)
     AttachQuery(query);
     if (wasActive)
         RebuildQuietly();
+    HistoryRestart();
 }
 
 void TNQueryPanel::SetDBStruct(TNCustomDBStructure *value)
@@ -120,6 +122,7 @@ void TNQueryPanel::Activate()
         SetAddRowCaption();
         PlaceAllRows();
         ShowAllRows();
+        HistorySync();
     } catch (...) {
         Deactivate();
         throw;
@@ -540,6 +543,7 @@ void TNQueryPanel::Reset()
 {
     if (FActive)
         RebuildQuietly();
+    HistorySync();
 }
 
 void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &change)
