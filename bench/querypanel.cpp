@@ -120,6 +120,26 @@ void BM_RefreshPanel(benchmark::State &state)
 }
 BENCHMARK(BM_RefreshPanel)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
+// One step of a user action taken back: comparable with BM_RefreshPanel,
+// which it includes (the panel is rebuilt once after the text is loaded).
+void BM_UndoStep(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->Activate();
+    panel->SetCurrentRow(panel->Query()->GetRowByNum(5));
+    panel->CopyCurrentRow();
+    if (!panel->PasteRows())   // a user action: one step
+        state.SkipWithError("the paste was refused");
+    for (auto _ : state) {
+        panel->Undo();
+        state.PauseTiming();
+        panel->Redo();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_UndoStep)->Arg(1000)->Unit(benchmark::kMillisecond);
+
 void BM_PaintAfterScroll(benchmark::State &state)
 {
     Fixture f;
