@@ -127,7 +127,7 @@ void TQueryHistory::Apply(const QStringList &text, int position)
         bool &flag;
         ~TGuard() { flag = false; }
     } guard{FRestoring};
-    FAccess.Load(text);
+    FAccess.Load(text, FState);
     FState = text;
     FPosition = position;
     FAccess.SetCurrent(position);

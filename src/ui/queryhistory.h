@@ -18,7 +18,9 @@ public:
     struct TAccess
     {
         std::function<QStringList()> Save;
-        std::function<void(const QStringList &text)> Load;
+        // `from` is the state the history last saw, normally the present
+        // one: a load may change only what differs.
+        std::function<void(const QStringList &text, const QStringList &from)> Load;
         // The position the user is at (a row number, -1 for none), and
         // putting the user back there.
         std::function<int()> Current;

@@ -238,7 +238,8 @@ private:
     // The query was replaced, or may have been reloaded in code.
     void HistoryRestart();
     void HistorySync();
-    void Restore(const QStringList &text);
+    void Restore(const QStringList &text, const QStringList &from);
+    bool RestoreChangedRows(const QStringList &text, const QStringList &from);
     void WatchForHistory();
     std::unique_ptr<TQueryHistory> FHistory;
     // Tells the history of every change of the query (after FHistory: it

@@ -51,6 +51,68 @@ void LoadConditionText(TNQuery &query, const QStringList &text)
     query.ParametersListChanged();
 }
 
+// A condition text cut at its top-level rows: the lines before the root's
+// section, the root's section, and each top-level row with its sub-tree.
+struct TTopRows
+{
+    QStringList Head;
+    QStringList Root;
+    std::vector<QStringList> Rows;
+};
+
+bool IsTopRowHeader(const QString &line)
+{
+    if (!line.startsWith(QLatin1String("[Row")) || !line.endsWith(QLatin1String(".]")))
+        return false;
+    return line.indexOf(QLatin1Char('.')) == line.size() - 2;
+}
+
+bool SplitTopRows(const QStringList &lines, TTopRows &parts)
+{
+    const qsizetype root = lines.indexOf(QStringLiteral("[Row]"));
+    if (root < 0)
+        return false;
+    parts.Head = lines.mid(0, root);
+    qsizetype i = root;
+    while (i < lines.size() && !IsTopRowHeader(lines.at(i)))
+        parts.Root << lines.at(i++);
+    while (i < lines.size()) {
+        QStringList row{lines.at(i++)};
+        while (i < lines.size() && !IsTopRowHeader(lines.at(i)))
+            row << lines.at(i++);
+        parts.Rows.push_back(std::move(row));
+    }
+    return true;
+}
+
+// Two top-level rows read the same wherever they stand: section names are
+// compared without the row's own number.
+bool SameRow(const QStringList &a, const QStringList &b)
+{
+    if (a.size() != b.size())
+        return false;
+    for (qsizetype i = 0; i < a.size(); ++i) {
+        const QString &x = a.at(i);
+        const QString &y = b.at(i);
+        if (x.startsWith(QLatin1String("[Row")) && y.startsWith(QLatin1String("[Row"))) {
+            if (QStringView(x).mid(x.indexOf(QLatin1Char('.'))) != QStringView(y).mid(y.indexOf(QLatin1Char('.'))))
+                return false;
+        } else if (x != y) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool SameRoot(const QStringList &a, const QStringList &b)
+{
+    const auto withoutCount = [](QStringList lines) {
+        lines.removeIf([](const QString &line) { return line.startsWith(QLatin1String("RowCount=")); });
+        return lines;
+    };
+    return withoutCount(a) == withoutCount(b);
+}
+
 QStringList Lines(QString text)
 {
     text.remove(QLatin1Char('\r'));
@@ -104,7 +166,7 @@ TQueryHistory &TNQueryPanel::History()
     if (!FHistory) {
         FHistory = std::make_unique<TQueryHistory>(TQueryHistory::TAccess{
             [this] { return ConditionText(*FQuery); },
-            [this](const QStringList &text) { Restore(text); },
+            [this](const QStringList &text, const QStringList &from) { Restore(text, from); },
             [this] { return CurrentRowNum(); },
             [this](int rowNum) {
                 if (rowNum >= 0)
@@ -126,9 +188,50 @@ void TNQueryPanel::HistorySync()
         History().Sync();
 }
 
-void TNQueryPanel::Restore(const QStringList &text)
+void TNQueryPanel::Restore(const QStringList &text, const QStringList &from)
 {
-    LoadConditionText(*FQuery, text);
+    if (!RestoreChangedRows(text, from))
+        LoadConditionText(*FQuery, text);
+}
+
+// A step mostly changes a few top-level rows: only those are replaced, and
+// the panel rebuilds only their views. False when more than rows differ or
+// the query was not in the state `from` (the caller then loads the whole
+// text).
+bool TNQueryPanel::RestoreChangedRows(const QStringList &text, const QStringList &from)
+{
+    TTopRows target;
+    TTopRows now;
+    if (!SplitTopRows(text, target) || !SplitTopRows(from, now) || target.Head != now.Head
+        || !SameRoot(target.Root, now.Root) || int(now.Rows.size()) != FQuery->Filter()->GetRowCount())
+        return false;
+    std::size_t first = 0;
+    while (first < now.Rows.size() && first < target.Rows.size() && SameRow(now.Rows[first], target.Rows[first]))
+        ++first;
+    std::size_t last = 0;   // rows alike at the end
+    while (last < now.Rows.size() - first && last < target.Rows.size() - first
+           && SameRow(now.Rows[now.Rows.size() - 1 - last], target.Rows[target.Rows.size() - 1 - last]))
+        ++last;
+    const int removed = int(now.Rows.size() - first - last);
+    const int added = int(target.Rows.size() - first - last);
+    QStringList rows = target.Head;
+    for (const QString &line : target.Root)
+        rows << (line.startsWith(QLatin1String("RowCount=")) ? QStringLiteral("RowCount=%1").arg(added) : line);
+    for (int i = 0; i < added; ++i)
+        for (const QString &line : target.Rows[first + std::size_t(i)])
+            rows << (line.startsWith(QLatin1String("[Row"))
+                         ? QStringLiteral("[Row%1").arg(i + 1) + line.mid(line.indexOf(QLatin1Char('.')))
+                         : line);
+    try {
+        for (int i = 0; i < removed; ++i)
+            FQuery->Filter()->DeleteRow(int(first));
+        if (added > 0)
+            FQuery->InsertRowsFromStrings(FQuery->Filter(), int(first), rows);
+    } catch (const Exception &) {
+        return false;
+    }
+    // Whatever went differently, the whole text puts it right.
+    return ConditionText(*FQuery) == text;
 }
 
 QUndoStack *TNQueryPanel::UndoStack() const

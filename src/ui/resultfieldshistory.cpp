@@ -19,7 +19,7 @@ TQueryHistory &TNResultFieldsPanel::History()
                     FResultFields->SaveToStrings(lines);
                 return lines;
             },
-            [this](const QStringList &text) {
+            [this](const QStringList &text, const QStringList &) {
                 // The list sends one Reset, on which the rows are built anew.
                 if (FResultFields)
                     FResultFields->LoadFromStrings(text);

@@ -72,6 +72,7 @@ TEST_F(QueryHistoryTest, UndoAndRedoWalkEveryUserActionExactly)
          "a link type chosen"},
         {__LINE__, [](TNQuery &query) { query.DeleteRow(query.GetRowByNum(3)); }, "a bracket deleted"},
         {__LINE__, [](TNQuery &query) { query.GetRowByNum(1)->SetEnabled(false); }, "a row disabled"},
+        {__LINE__, [](TNQuery &query) { query.Filter()->SetLinkType(fltNotAll); }, "the root's link type"},
     };
     std::vector<QStringList> texts{Text()};
     for (const Action &action : actions) {
@@ -82,6 +83,12 @@ TEST_F(QueryHistoryTest, UndoAndRedoWalkEveryUserActionExactly)
     ASSERT_EQ(Steps(), int(std::size(actions)));
     EXPECT_EQ(changes, int(std::size(actions)));
 
+    struct TResets : TNQueryObserver
+    {
+        int count = 0;
+        void Reset() override { ++count; }
+    } resets;
+    q->AddObserver(&resets);
     for (std::size_t i = std::size(actions); i-- > 0;) {
         panel->Undo();
         EXPECT_EQ(Text(), texts[i]) << "undo of line " << actions[i].line << ": " << actions[i].reason;
@@ -92,6 +99,8 @@ TEST_F(QueryHistoryTest, UndoAndRedoWalkEveryUserActionExactly)
         panel->Redo();
         EXPECT_EQ(Text(), texts[i + 1]) << "redo of line " << actions[i].line << ": " << actions[i].reason;
     }
+    q->RemoveObserver(&resets);
+    EXPECT_EQ(resets.count, 2) << "only the rows that differ are replaced; the whole text for the root's link type";
     EXPECT_EQ(changes, 3 * int(std::size(actions))) << "every undo and redo is a change the host hears of";
     EXPECT_EQ(Steps(), int(std::size(actions))) << "going back and forth records nothing";
     EXPECT_EQ(panel->RowViewCount(), q->GetRowCount()) << "the rows shown follow";
