@@ -1,6 +1,7 @@
 // The condition panel over large queries: activating it (row views created
 // and placed), rebuilding it after an appearance change, painting one
-// screenful after a scroll, and the memory a row takes.
+// screenful after a scroll, the memory a row takes, and adding and deleting
+// a row through the menus.
 #include "widgetbench.h"
 #include "model/valueeditors.h"
 #include "query/filtercond.h"
@@ -158,6 +159,27 @@ void BM_PaintAfterScroll(benchmark::State &state)
     }
 }
 BENCHMARK(BM_PaintAfterScroll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// One condition added after a middle row through the row menu, then deleted
+// through it, each placed as the user would see it.
+void BM_MenuAddAndDeleteRow(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    TQPAppearance &look = panel->Appearance();
+    look.SetOptions(look.Options() - TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoFieldsMenuOnAdd});
+    panel->Activate();
+    TFilterRow *middle = panel->Query()->GetRowByNum(panel->Query()->GetRowCount() / 2);
+    for (auto _ : state) {
+        panel->SetCurrentRow(middle);
+        panel->MenuItemClick(1);
+        benchmark::DoNotOptimize(panel->RowView(panel->CurrentRow()));
+        panel->MenuItemClick(20);
+        benchmark::DoNotOptimize(panel->RowView(middle));
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_MenuAddAndDeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

@@ -6,10 +6,13 @@
 
 #include "model/dbstructure.h"
 #include "query/filtercond.h"
+#include "ui/dropdownlabel.h"
 #include "ui/querypanel.h"
+#include "ui/rndbtn.h"
 
 #include <QCoreApplication>
 #include <QFile>
+#include <QMenu>
 #include <QScrollBar>
 
 using namespace vm20;
@@ -88,6 +91,44 @@ GalleryShot Panel(const std::function<void(TNQueryPanel &)> &look, const std::fu
     return shot;
 }
 
+enum TMenuKind { mkMain, mkRow, mkValue };
+
+// The panel with one of its menus open under the control it belongs to: the
+// main menu at the root button, the row menu at a nested bracket's button
+// (which offers the "inside" entries), the value menu at a first value.
+GalleryShot MenuOpen(TMenuKind kind)
+{
+    GalleryShot shot = Panel([](TNQueryPanel &) {});
+    auto *panel = static_cast<TNQueryPanel *>(shot.widget.get());
+    TFilterRow *row = panel->Filter();
+    for (TFilterRow *candidate : panel->DisplayRows()) {
+        const bool nestedBracket = candidate->IsBracket() && candidate->Parent();
+        if ((kind == mkRow && nestedBracket) || (kind == mkValue && candidate == panel->CurrentRow())) {
+            row = candidate;
+            break;
+        }
+    }
+    panel->SetCurrentRow(row);
+    TQueryRowView *view = panel->RowView(row);
+    const QWidget *control = view->Button();
+    QMenu *menu = panel->MainPopup();
+    if (kind == mkRow) {
+        panel->RowMenuPopup();
+        menu = panel->RowPopup();
+    } else if (kind == mkValue) {
+        const std::vector<TDropDownLabel *> controls = view->Controls();
+        const auto value = std::find(controls.begin(), controls.end(), view->Slot(rsFirstValue));
+        view->SetCurrentControlIndex(int(value - controls.begin()));
+        control = view->Slot(rsFirstValue);
+        panel->ValueMenuPopup();
+        menu = panel->ValuePopup();
+    }
+    menu->ensurePolished();
+    menu->adjustSize();
+    shot.overlays.emplace_back(menu, control->mapTo(panel, QPoint(0, control->height())));
+    return shot;
+}
+
 void Options(TNQueryPanel &panel, TQPAppearance::TQPAppearanceOption option, bool on)
 {
     auto options = panel.Appearance().Options();
@@ -125,6 +166,9 @@ std::vector<GalleryState> PanelStates()
              QCoreApplication::sendPostedEvents();
              return shot;
          }},
+        {QStringLiteral("panel-main-menu"), [] { return MenuOpen(mkMain); }},
+        {QStringLiteral("panel-row-menu"), [] { return MenuOpen(mkRow); }},
+        {QStringLiteral("panel-value-menu"), [] { return MenuOpen(mkValue); }},
         {QStringLiteral("panel-parsed-sql"), [] {
              return Panel([](TNQueryPanel &) {}, [](TNQuery &q, TNDBStructure &) {
                  q.ParseSQL({QStringLiteral("SELECT customers.company_name FROM customers"),

@@ -303,6 +303,15 @@ TCustomCond *TNQuery::AddCustomCondition(TFilterBracket *bracket, TDSCondition *
     return added;
 }
 
+TCustomCond *TNQuery::AddCustomConditionNum(TFilterBracket *bracket, int rowNum, TDSCondition *condition)
+{
+    if (!bracket)
+        bracket = FFilter.get();
+    TCustomCond *added = bracket->InsertCustomCondByNum(rowNum, condition);
+    RowAdded(added);
+    return added;
+}
+
 TFilterBracket *TNQuery::AddBracket(TFilterBracket *bracket)
 {
     if (!bracket)

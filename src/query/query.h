@@ -236,6 +236,7 @@ public:
     TSimpleCond *AddCondition(TFilterBracket *bracket, TDSField *field);
     TSimpleCond *AddConditionNum(TFilterBracket *bracket, int rowNum, TDSField *field);
     TCustomCond *AddCustomCondition(TFilterBracket *bracket, TDSCondition *condition);
+    TCustomCond *AddCustomConditionNum(TFilterBracket *bracket, int rowNum, TDSCondition *condition);
     TFilterBracket *AddBracket(TFilterBracket *bracket);
     TFilterBracket *AddBracketNum(TFilterBracket *bracket, int rowNum);
     // Row moves; false (and nothing changes) when the row cannot move that way.

@@ -13,6 +13,7 @@
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPaintEvent>
+#include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
 #include <QTimer>
@@ -29,6 +30,7 @@ TNQueryPanel::TNQueryPanel(QWidget *parent)
     NewViewport();
     FOwnQuery = std::make_unique<TNQuery>();
     AttachQuery(FOwnQuery.get());
+    CreateMenus();
 }
 
 TNQueryPanel::~TNQueryPanel()
@@ -55,6 +57,7 @@ void TNQueryPanel::AttachQuery(TNQuery *query)
     WatchForHistory();
     FQuery->AddObserver(this);
     ObserveModel(FQuery->DBStruct());
+    UpdateMenus();
 }
 
 void TNQueryPanel::DetachQuery()
@@ -106,6 +109,7 @@ void TNQueryPanel::ObserveModel(TNCustomDBStructure *model)
         // it goes, and a model need not say so before its QObject part does.
         connect(FModel, &QObject::destroyed, this, [this] { Deactivate(); });
     }
+    UpdateMenus();
 }
 
 // --- activation ---------------------------------------------------------------------------
@@ -119,6 +123,7 @@ void TNQueryPanel::Activate()
         BuildViews(FQuery->Filter(), true);
         FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
         FAddRowLabel->SetFixed(true);
+        WireAddRowLabel();
         SetAddRowCaption();
         PlaceAllRows();
         ShowAllRows();
@@ -142,6 +147,16 @@ void TNQueryPanel::Deactivate()
     // Each freed control would search all events still queued (the ones
     // its making posted) for its own: deliver them first.
     QCoreApplication::sendPostedEvents();
+    if (FInControlHandler && !FDestroying) {
+        // A control of the panel is inside its own handler (a host's change
+        // handler rebuilt the panel): the controls go one by one, later.
+        FViews.clear();
+        if (QWidget *label = FAddRowLabel.release()) {
+            label->hide();
+            label->deleteLater();
+        }
+        return;
+    }
     for (auto &[row, view] : FViews)
         view->Abandon();
     FViews.clear();
@@ -172,6 +187,7 @@ void TNQueryPanel::RebuildQuietly()
     BuildViews(FQuery->Filter(), false);
     FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
     FAddRowLabel->SetFixed(true);
+    WireAddRowLabel();
     SetAddRowCaption();
     PlaceAllRows();
     ShowAllRows();
@@ -392,7 +408,7 @@ void TNQueryPanel::PlaceAddRow()
     p.rowSpace = FRowSpace;
     p.rightToLeft = layoutDirection() == Qt::RightToLeft;
     FAddRowLabel->setGeometry(QRect(PlaceAddRowLabel(p), FAddRowLabel->sizeHint()));
-    FAddRowLabel->setVisible(FAppearance->Has(TQPAppearance::aoShowAddRow));
+    FAddRowLabel->setVisible(FAppearance->Has(TQPAppearance::aoShowAddRow) && !FReadOnly);
 }
 
 void TNQueryPanel::UpdateScrollBars(int contentRight, int contentBottom)
@@ -535,6 +551,7 @@ void TNQueryPanel::RowAdded(TFilterRow *row)
 
 void TNQueryPanel::TitlesChanged()
 {
+    UpdateMenus();
     if (FActive)
         RebuildQuietly();
 }
@@ -550,6 +567,7 @@ void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &
 {
     (void)model;
     (void)change;
+    UpdateMenus();
     if (FActive)
         RebuildQuietly();
 }
@@ -697,7 +715,11 @@ void TNQueryPanel::NotifyChange()
 {
     if (FInsideEventHandler)
         return;
-    FQuery->QueryChanged();
+    {
+        // A host's OnChange that works the panel makes no second step.
+        const QScopedValueRollback inside(FInsideEventHandler, true);
+        FQuery->QueryChanged();
+    }
     RecordUndoStep();
 }
 

@@ -153,6 +153,36 @@ public:
     // (0: none), so hosts and tests drive menus without a modal loop.
     std::function<int(QMenu *menu, QPoint pos)> MenuHook;
 
+    // Every menu entry carries its tag in QAction::data(); an entry of a
+    // custom-condition sub-menu carries CustomCondTag + the condition's ID.
+    static constexpr int CustomCondTag = 1000;
+    // The root row's (and add-row label's) menu, the other rows' menu, and
+    // the value labels' menu.
+    QMenu *MainPopup() const { return FMainPopup; }
+    QMenu *RowPopup() const { return FRowPopup; }
+    QMenu *ValuePopup() const { return FValuePopup; }
+    void CreateMenus();
+    // Captions from the titles, custom-condition sub-menus from the model.
+    void UpdateMenus();
+    // Readies the row menu for the current row (and the value menu for the
+    // current value label) before it shows.
+    void RowMenuPopup();
+    void ValueMenuPopup();
+    // What the entry with that tag does to the current row (the root when
+    // there is none); one change notification when the query changed.
+    void MenuItemClick(int tag);
+    void ValueMenuItemClick(int tag);
+    // Adds a predefined condition of the model after the current row.
+    void AddCustomConditionClick(TDSCondition *condition);
+    void MainButtonClick();
+    void RowButtonClick(TFilterRow *row);
+    void AddRowLabelMouseDown(Qt::MouseButton button);
+    // Adds a condition (on `field`, or empty) at the end of the current row's
+    // bracket (the root's when the root or no row is current).
+    void ProcessAddRowClick(TDSField *field);
+    // A double click in a value editor: the host may change the text.
+    std::function<void(TFilterCond *Condition, int ValueIndex, QString &Value)> OnValueDblClick;
+
     // (end of menus, mouse and labels)
 
 
@@ -224,6 +254,44 @@ private:
     void RecordUndoStep();
 
     // menus, mouse and labels
+    friend class TQueryRowView;
+    // What a label of a row edits.
+    enum TLabelRole { lrNone, lrField, lrOperator, lrValue1, lrValue2, lrLinkType, lrLogOp };
+    void WireRowView(TQueryRowView *view);
+    void WireAddRowLabel();
+    void WireLabel(TDropDownLabel *label, TLabelRole role);
+    // The row whose live view holds the control; nullptr for a control of a
+    // view already replaced (its widgets linger until the event loop).
+    TFilterRow *RowOfControl(const QObject *control) const;
+    TLabelRole RoleOf(const TQueryRowView *view, const TDropDownLabel *label) const;
+    void BeforeDropLabel(TFilterRow *row, TDropDownLabel *label);
+    void AfterDropUpLabel(TFilterRow *row, TDropDownLabel *label, TLabelRole role, bool accepted);
+    bool LogOpLabelDropUp(TFilterRow *row, TDropDownLabel *label);
+    bool ApplyLabel(TFilterRow *row, TDropDownLabel *label, TLabelRole role);
+    void ValueLabelRightClick(TDropDownLabel *label);
+    void ValueEditDblClick(TDropDownLabel *label, QString &text);
+    void CheckBoxToggled(QObject *box, bool on);
+    void ApplyMenuTag(int tag, TFilterRow *row);
+    void RunMenu(QMenu *menu, const QWidget *control, TFilterRow *row);
+    int ExecMenu(QMenu *menu, const QWidget *control);
+    void FillCustomMenu(QMenu *menu);
+    void EnableMenu(QMenu *menu);
+    bool RowInTree(const TFilterRow *row) const;
+    TFilterBracket *BracketOfRow(TFilterRow *row) const;
+    void CloseEditors(const TDropDownLabel *except);
+    void OpenFieldList(TFilterRow *row);
+    void mousePressEvent(QMouseEvent *event) override;
+
+    QMenu *FMainPopup = nullptr;
+    QMenu *FRowPopup = nullptr;
+    QMenu *FValuePopup = nullptr;
+    QMenu *FMainCondMenuItem = nullptr;
+    QMenu *FRowCondMenuItem = nullptr;
+    bool FMenuOpen = false;
+    bool FMenusStale = false;
+    // Inside a handler of one of the panel's own controls: a rebuild must
+    // let that control live until the handler returns.
+    bool FInControlHandler = false;
 
     // (end of menus, mouse and labels)
 

@@ -48,11 +48,6 @@ TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTi
         FCheckBox->setChecked(row->Enabled());
         FCheckBox->resize(16, FCheckBox->sizeHint().height());
         FCheckBox->hide();
-        // The box toggles the row; the query tells the panel what changed.
-        // Queued: the change rebuilds this row, box included, which must not
-        // happen inside the box's own signal.
-        QObject::connect(FCheckBox.get(), &QCheckBox::toggled, FCheckBox.get(),
-                         [row](bool on) { row->SetEnabled(on); }, Qt::QueuedConnection);
 
         FLogOp = std::make_unique<TDropDownPopup>(host);
         FLogOp->setFont(panel->font());
@@ -82,9 +77,26 @@ TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTi
     const bool enabled = row->IsEffectivelyEnabled();
     for (TDropDownLabel *label : Controls())
         label->setEnabled(enabled);
+    panel->WireRowView(this);
 }
 
-TQueryRowView::~TQueryRowView() = default;
+// A view is replaced from inside its own widgets' handlers (a label's
+// drop-up changes its row, a button's menu deletes it): the widgets hide at
+// once and go when the event loop next runs.
+TQueryRowView::~TQueryRowView()
+{
+    const auto retire = [](QWidget *widget) {
+        if (!widget)
+            return;
+        widget->hide();
+        widget->deleteLater();
+    };
+    retire(FButton.release());
+    for (auto &slot : FSlots)
+        retire(slot.release());
+    retire(FLogOp.release());
+    retire(FCheckBox.release());
+}
 
 void TQueryRowView::Abandon()
 {
@@ -171,10 +183,12 @@ void TQueryRowView::BuildSimpleCondition()
     // Without a model the row's pointers may outlive what they point to.
     const bool fieldKnown = model && cond->Field() && cond->Field() != model->UnrecognizedField();
     const bool operatorKnown = model && cond->Operator() && cond->Operator() != model->UnrecognizedOperator();
+    // A condition just added has no field yet: nothing is missing.
+    const bool fresh = model && !cond->Field() && !cond->Operator();
     QStringList missing;
-    if (!fieldKnown)
+    if (!fieldKnown && !fresh)
         missing << QStringLiteral("field");
-    if (!operatorKnown)
+    if (!operatorKnown && !fresh)
         missing << QStringLiteral("operator");
     FMissing = missing.join(QStringLiteral(", "));
     const QStringList texts = model ? cond->Labels() : QStringList{EmptyText, EmptyText};
@@ -191,7 +205,7 @@ void TQueryRowView::BuildSimpleCondition()
     field->setFont(FPanel->font());
     field->SetImages(FPanel->Images());
     field->SetCaption(texts.value(0));
-    if (fieldKnown) {
+    if (fieldKnown || (model && fresh)) {
         auto *list = static_cast<TDropDownList *>(field);
         TSimpleCond *row = cond;
         TNQueryPanel *panel = FPanel;
@@ -201,7 +215,8 @@ void TQueryRowView::BuildSimpleCondition()
                 return;
             const TQPAppearance &look = panel->Appearance();
             FillFieldList(*list, *model, look.Has(TQPAppearance::aoShowGroupName), look.NameSeparator());
-            list->SetItemIndex(int(list->Values().indexOf(QString::number(row->Field()->ID()))));
+            if (row->Field())
+                list->SetItemIndex(int(list->Values().indexOf(QString::number(row->Field()->ID()))));
         };
     }
     ApplyColor(field, look.FieldColor());
