@@ -306,6 +306,7 @@ private:
     // The query was replaced, or may have been reloaded in code.
     void HistoryRestart();
     void HistorySync();
+    void HistoryChangeEvent();
     void Restore(const QStringList &text, const QStringList &from);
     bool RestoreChangedRows(const QStringList &text, const QStringList &from);
     void WatchForHistory();

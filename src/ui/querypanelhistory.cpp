@@ -9,6 +9,7 @@
 #include <QClipboard>
 #include <QGuiApplication>
 #include <QMimeData>
+#include <QScopedValueRollback>
 #include <QUndoStack>
 
 #include <functional>
@@ -248,18 +249,24 @@ void TNQueryPanel::RecordUndoStep()
 // no rows to go back to.
 void TNQueryPanel::Undo()
 {
-    if (FReadOnly || !FQuery->DBStruct() || !History().Undo())
-        return;
-    if (!FInsideEventHandler)
-        FQuery->QueryChanged();
+    if (!FReadOnly && FQuery->DBStruct() && History().Undo())
+        HistoryChangeEvent();
 }
 
 void TNQueryPanel::Redo()
 {
-    if (FReadOnly || !FQuery->DBStruct() || !History().Redo())
+    if (!FReadOnly && FQuery->DBStruct() && History().Redo())
+        HistoryChangeEvent();
+}
+
+// The host hears of an undo or redo as of any change; a change its handler
+// makes is one made in code.
+void TNQueryPanel::HistoryChangeEvent()
+{
+    if (FInsideEventHandler)
         return;
-    if (!FInsideEventHandler)
-        FQuery->QueryChanged();
+    const QScopedValueRollback inside(FInsideEventHandler, true);
+    FQuery->QueryChanged();
 }
 
 void TNQueryPanel::CopyCurrentRow()
