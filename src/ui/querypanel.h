@@ -12,6 +12,8 @@
 
 #include <QAbstractScrollArea>
 #include <QFont>
+#include <QFontMetrics>
+#include <QHash>
 #include <QPoint>
 #include <QPointer>
 
@@ -29,6 +31,7 @@ class TDropDownLabel;
 class TNQueryPanel : public QAbstractScrollArea, private TNQueryObserver, private TNModelObserver
 {
     Q_OBJECT
+    friend class TQueryRowView;
     Q_PROPERTY(int RowSpace READ RowSpace WRITE SetRowSpace)
     Q_PROPERTY(int TabSpace READ TabSpace WRITE SetTabSpace)
     Q_PROPERTY(int ElemSpace READ ElemSpace WRITE SetElemSpace)
@@ -68,7 +71,13 @@ public:
     QFont SubQueryFont() const { return FSubQueryFont; }
     void SetSubQueryFont(const QFont &value) { FSubQueryFont = value; }
     TSubQueryHint SubQueryHint() const { return FSubQueryHint; }
-    void SetSubQueryHint(TSubQueryHint value) { FSubQueryHint = value; }
+    void SetSubQueryHint(TSubQueryHint value);
+    // What a sub-query value's label says when hovered, as SubQueryHint asks:
+    // nothing, the sub-query as readable text, or its statement.
+    QString SubQueryHintText(const TFilterCond &condition, int index) const;
+    // Readies a panel that shows or edits a sub-query of this panel's query:
+    // this panel's model, SubQueryFont and SubQueryAppearance.
+    void SetUpSubQueryPanel(TNQueryPanel &panel) const;
     int RowSpace() const { return FRowSpace; }
     void SetRowSpace(int value) { SetLayoutValue(FRowSpace, value); }
     int TabSpace() const { return FTabSpace; }
@@ -232,6 +241,7 @@ private:
     // TNModelObserver
     void ModelChanged(TNCustomDBStructure *model, const TModelChange &change) override;
     void ModelDestroyed(TNCustomDBStructure *model) override;
+    void EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity) override;
 
     void NewViewport();
     void AttachQuery(TNQuery *query);
@@ -240,11 +250,18 @@ private:
     void SetLayoutValue(int &field, int value);
     void BuildViews(TFilterRow *top, bool strict);
     void DropViews(TFilterRow *top);
+    // A row's view (and its sub-tree's) built anew in place.
+    void RebuildRowView(TFilterRow *row);
     void Rebuild();
     void RebuildQuietly();
     void ScheduleLayout();
     void EnsureLayout() const;
     void UpdateScrollBars(int contentRight, int contentBottom);
+    // Puts up the widgets of the rows that meet the viewport and takes down
+    // those that no longer do.
+    void PlaceInView();
+    // The views of the rows in view (a row freed since the last layout is left out).
+    std::vector<const TQueryRowView *> ViewsInView() const;
     void PaintMissingMark(QPainter *painter, const TQueryRowView &view) const;
 
     // The change notification of one user action: the query's QueryChanged,
@@ -325,6 +342,29 @@ private:
     std::unique_ptr<TQPAppearance> FAppearance;
     std::unique_ptr<TQPAppearance> FSubQueryAppearance;
     std::unordered_map<const TFilterRow *, std::unique_ptr<TQueryRowView>> FViews;
+    // The shown rows in display order, as the last layout numbered them.
+    std::vector<TQueryRowView *> FOrder;
+    // The rows whose widgets are up.
+    std::vector<const TFilterRow *> FInView;
+    // A hidden widget holding the row views' bins.
+    std::unique_ptr<QWidget> FRowStore;
+    // What the model cannot resolve for a row ("field, operator"), as the
+    // query itself lists it, so that the panel and the command-line tool
+    // agree; empty when the row resolves. Listed once per change of the query.
+    QString MissingText(const TFilterRow *row) const;
+    mutable bool FMissingListed = false;
+    mutable QHash<const TFilterRow *, QString> FMissingByRow;
+    // What every row's placement shares, taken once per layout.
+    struct TPlacementBase
+    {
+        TRowPlacement placement;
+        QFontMetrics metrics{QFont()};
+    };
+    TPlacementBase FPlacementBase;
+    void TakePlacementBase();
+    // Counts layouts and scrolls: a row placed under an older count is placed
+    // again before anyone reads where it stands.
+    int FLayoutStamp = 0;
     std::unique_ptr<TDropDownLabel> FAddRowLabel;
     TFilterRow *FCurrentRow = nullptr;
 

@@ -39,6 +39,8 @@ public:
     // Views the result columns of a query with its model, so that this panel
     // and a condition panel over the same query edit one query.
     void SetQuery(TNQuery *query);
+    // The query whose columns the panel shows; none for a list given alone.
+    TNQuery *Query() const;
 
     // Title lines, one name=value each.
     const QStringList &Titles() const { return FTitles; }
@@ -138,6 +140,7 @@ private:
     QLabel *FAddRowLabel = nullptr;
     QPointer<TNCustomDBStructure> FDBStruct;
     TRFieldList *FResultFields = nullptr;
+    QPointer<TNQuery> FQuery;
     bool FInsideEventHandler = false;
     std::unique_ptr<TQueryHistory> FHistory;
 };
