@@ -122,6 +122,28 @@ void BM_RefreshPanel(benchmark::State &state)
 }
 BENCHMARK(BM_RefreshPanel)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
+// One step of a user action (rows pasted) taken back, the panel's deferred
+// placing of rows included: comparable with BM_RefreshPanel.
+void BM_UndoStep(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->Activate();
+    panel->SetCurrentRow(panel->Query()->GetRowByNum(5));
+    panel->CopyCurrentRow();
+    if (!panel->PasteRows())   // a user action: one step
+        state.SkipWithError("the paste was refused");
+    for (auto _ : state) {
+        panel->Undo();
+        QCoreApplication::sendPostedEvents();
+        state.PauseTiming();
+        panel->Redo();
+        QCoreApplication::sendPostedEvents();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_UndoStep)->Arg(1000)->Unit(benchmark::kMillisecond);
+
 void BM_PaintAfterScroll(benchmark::State &state)
 {
     Fixture f;

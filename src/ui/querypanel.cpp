@@ -59,6 +59,7 @@ void TNQueryPanel::NewViewport()
 void TNQueryPanel::AttachQuery(TNQuery *query)
 {
     FQuery = query;
+    WatchForHistory();
     FQuery->AddObserver(this);
     ObserveModel(FQuery->DBStruct());
     UpdateMenus();
@@ -83,6 +84,7 @@ void TNQueryPanel::SetQuery(TNQuery *query)
     AttachQuery(query);
     if (wasActive)
         RebuildQuietly();
+    HistoryRestart();
 }
 
 void TNQueryPanel::SetDBStruct(TNCustomDBStructure *value)
@@ -130,6 +132,7 @@ void TNQueryPanel::Activate()
         SetAddRowCaption();
         PlaceAllRows();
         ShowAllRows();
+        HistorySync();
     } catch (...) {
         Deactivate();
         throw;
@@ -645,6 +648,7 @@ void TNQueryPanel::Reset()
 {
     if (FActive)
         RebuildQuietly();
+    HistorySync();
 }
 
 void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &change)

@@ -7,6 +7,7 @@
 #include "query/query.h"
 #include "ui/imagelist.h"
 #include "ui/qpappearance.h"
+#include "ui/queryhistory.h"
 #include "ui/queryrowview.h"
 
 #include <QAbstractScrollArea>
@@ -204,10 +205,19 @@ public:
     QUndoStack *UndoStack() const;
     void Undo();
     void Redo();
-    // The current row with its sub-tree, as query text, to the clipboard.
+    // Both do nothing in read-only mode or without a step to go to. A query
+    // changed in code since the last step is not taken back: the history
+    // starts over from it.
+    // The current row with its sub-tree (the root: all rows), as query text,
+    // to the clipboard; allowed in read-only mode too.
     void CopyCurrentRow();
-    // Rows from query text on the clipboard, after the current row.
-    void PasteRows();
+    // Rows from query text on the clipboard, after the current row and its
+    // sub-tree in the same bracket (at the end when the root or no row is
+    // current); the first of them becomes current. Clipboard text that is
+    // not query text is refused: false, the query unchanged, the reason in
+    // PasteError().
+    bool PasteRows();
+    QString PasteError() const { return FPasteError; }
 
     // (end of undo, redo, copy and paste)
 
@@ -309,6 +319,20 @@ private:
 
 
     // undo, redo, copy and paste
+    TQueryHistory &History();
+    // The query was replaced, or may have been reloaded in code.
+    void HistoryRestart();
+    void HistorySync();
+    void HistoryChangeEvent();
+    void Restore(const QStringList &text, const QStringList &from);
+    bool RestoreChangedRows(const QStringList &text, const QStringList &from);
+    void WatchForHistory();
+    std::unique_ptr<TQueryHistory> FHistory;
+    // Tells the history of every change of the query (after FHistory: it
+    // goes first).
+    std::unique_ptr<TNQueryObserver> FHistoryWatch;
+    QString FPasteError;
+    friend class TQueryHistoryTestAccess;
 
     // (end of undo, redo, copy and paste)
 
