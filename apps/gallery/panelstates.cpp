@@ -72,7 +72,7 @@ void RichQuery(TNQuery &q, TNDBStructure &m)
 }
 
 GalleryShot Panel(const std::function<void(TNQueryPanel &)> &look, const std::function<void(TNQuery &, TNDBStructure &)> &fill = RichQuery,
-                  QSize size = QSize(620, 420))
+                  QSize size = QSize(620, 440))
 {
     GalleryShot shot;
     auto model = SampleModel();

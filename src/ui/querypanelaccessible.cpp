@@ -69,6 +69,7 @@ public:
         QAccessible::State s;
         const TQueryRowView *view = View();
         s.invisible = !view || !view->Visible();
+        s.offscreen = view && !view->InView();
         s.disabled = !FRow || (view && !FRow->IsEffectivelyEnabled());
         s.selectable = true;
         s.selected = FPanel && FPanel->CurrentRow() == FRow;
@@ -82,10 +83,10 @@ private:
     std::vector<TDropDownLabel *> Labels() const
     {
         std::vector<TDropDownLabel *> shown;
-        if (const TQueryRowView *view = View())
+        // A row scrolled out of view still reads whole.
+        if (const TQueryRowView *view = View(); view && view->Visible())
             for (TDropDownLabel *label : view->Controls())
-                if (!label->isHidden())
-                    shown.push_back(label);
+                shown.push_back(label);
         return shown;
     }
 

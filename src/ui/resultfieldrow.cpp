@@ -6,6 +6,7 @@
 #include "query/resultfield.h"
 #include "ui/dropdownlistbox.h"
 #include "ui/dropdownpopup.h"
+#include "ui/querypanel.h"
 #include "ui/resultfieldspanel.h"
 #include "ui/rfpanelerror.h"
 #include "ui/rfrowgeometry.h"
@@ -69,9 +70,16 @@ TResultFieldRow::TResultFieldRow(TResultFieldRows *rows, TResultField *field)
 
 TResultFieldRow::~TResultFieldRow()
 {
-    Dispose(FTextLabel1);
-    Dispose(FTextLabel2);
-    Dispose(FFieldLabel);
+    // A row may go while one of its labels is dropped down or its button is
+    // being clicked (the list changed in code meanwhile): the controls go
+    // later and no longer call back into this row.
+    if (FFieldLabel)
+        FFieldLabel->AfterDropUp = nullptr;
+    if (FSortLabel)
+        FSortLabel->AfterDropUp = nullptr;
+    FButton->OnClick = nullptr;
+    Dispose(FButton.release());
+    FreeLabels();
     Dispose(FSortLabel);
 }
 
@@ -103,7 +111,7 @@ void TResultFieldRow::SetVisible(bool value)
     FVisible = value;
     for (QWidget *w : {static_cast<QWidget *>(FButton.get()), static_cast<QWidget *>(FTextLabel1),
                        static_cast<QWidget *>(FTextLabel2), static_cast<QWidget *>(FFieldLabel),
-                       static_cast<QWidget *>(FSortLabel)})
+                       static_cast<QWidget *>(FMissingLabel), static_cast<QWidget *>(FSortLabel)})
         if (w)
             w->setVisible(value);
 }
@@ -111,7 +119,9 @@ void TResultFieldRow::SetVisible(bool value)
 QLabel *TResultFieldRow::NewTextLabel(const QString &text)
 {
     TNResultFieldsPanel *panel = RFPanel();
-    auto *label = new QLabel(QLocale().toUpper(text), panel->viewport());
+    // The gap between controls already parts the words: blanks at either
+    // end of the text would only widen it.
+    auto *label = new QLabel(QLocale().toUpper(text.trimmed()), panel->viewport());
     label->setFont(panel->font());
     label->setTextFormat(Qt::PlainText);
     label->resize(label->sizeHint());
@@ -120,12 +130,26 @@ QLabel *TResultFieldRow::NewTextLabel(const QString &text)
 
 void TResultFieldRow::FreeLabels()
 {
+    if (FFieldLabel)
+        FFieldLabel->AfterDropUp = nullptr;
     Dispose(FTextLabel1);
     Dispose(FTextLabel2);
     Dispose(FFieldLabel);
+    Dispose(FMissingLabel);
     FTextLabel1 = nullptr;
     FTextLabel2 = nullptr;
     FFieldLabel = nullptr;
+    FMissingLabel = nullptr;
+    FMissing.clear();
+}
+
+const TDSField *TResultFieldRow::ModelField(const TResultField *column) const
+{
+    if (!column || column->DSFields().Count() == 0)
+        return nullptr;
+    const TDSField *field = column->DSFields().Items(0);
+    const TNCustomDBStructure *model = RFPanel()->DBStruct();
+    return field && model && model->FieldByID(field->ID()) == field ? field : nullptr;
 }
 
 void TResultFieldRow::CreateFieldLabel()
@@ -186,19 +210,26 @@ void TResultFieldRow::PlaceRow()
     FreeLabels();
     const TRFExpressionParts parts =
         rfield ? SplitRFExpression(rfield->Formula()) : TRFExpressionParts{};
-    const bool hasField = parts.HasField && rfield->DSFields().Count() > 0;
-    const QString leading = parts.HasField && !hasField ? rfield->Formula() : parts.Leading;
-    if (!leading.isEmpty())
-        FTextLabel1 = NewTextLabel(leading);
-    if (hasField) {
+    const TDSField *field = parts.HasField ? ModelField(rfield) : nullptr;
+    if (!parts.Leading.trimmed().isEmpty())
+        FTextLabel1 = NewTextLabel(parts.Leading);
+    if (field) {
         CreateFieldLabel();
-        const TDSField *field = rfield->DSFields().Items(0);
         FFieldLabel->SetValue(QString::number(field->ID()));
         FFieldLabel->SetCaption(look.Has(TRFPAppearance::aoShowGroupName)
                                     ? field->GetCompoundName(look.NameSeparator())
                                     : field->DisplayName());
+    } else if (parts.HasField) {
+        // The column names a field the model lacks: say so where the field
+        // would be, and leave the column to the user.
+        FMissing = rfield->Caption().isEmpty() ? QStringLiteral("@1") : rfield->Caption();
+        FMissingLabel = new QLabel(FMissing, panel->viewport());
+        FMissingLabel->setTextFormat(Qt::PlainText);
+        StyleLabel(FMissingLabel, panel->font(), TNQueryPanel::MissingColor(), false);
+        FMissingLabel->resize(FMissingLabel->sizeHint());
+        FMissingLabel->setToolTip(QStringLiteral("Not in the model: %1").arg(FMissing));
     }
-    if (hasField && !parts.Trailing.isEmpty())
+    if (parts.HasField && !parts.Trailing.trimmed().isEmpty())
         FTextLabel2 = NewTextLabel(parts.Trailing);
     Arrange();
     FButton->setAccessibleName(Sentence());
@@ -217,7 +248,8 @@ void TResultFieldRow::Arrange()
     FButton->setVisible(FVisible);
     int x = buttonRect.left() + spacing.ElemSpace + buttonRect.width();
     for (QWidget *control : {static_cast<QWidget *>(FTextLabel1), static_cast<QWidget *>(FFieldLabel),
-                             static_cast<QWidget *>(FTextLabel2), static_cast<QWidget *>(FSortLabel)}) {
+                             static_cast<QWidget *>(FMissingLabel), static_cast<QWidget *>(FTextLabel2),
+                             static_cast<QWidget *>(FSortLabel)}) {
         if (!control)
             continue;
         control->setLayoutDirection(panel->layoutDirection());
@@ -225,6 +257,7 @@ void TResultFieldRow::Arrange()
         control->setVisible(FVisible);
         x += spacing.ElemSpace + control->width();
     }
+    FExtent = x - spacing.ElemSpace + scroll.x();
 }
 
 void TResultFieldRow::RefreshResultField()
@@ -259,7 +292,8 @@ QString TResultFieldRow::Sentence() const
 {
     QStringList words{RowNumStr()};
     for (QWidget *w : {static_cast<QWidget *>(FTextLabel1), static_cast<QWidget *>(FFieldLabel),
-                       static_cast<QWidget *>(FTextLabel2), static_cast<QWidget *>(FSortLabel)}) {
+                       static_cast<QWidget *>(FMissingLabel), static_cast<QWidget *>(FTextLabel2),
+                       static_cast<QWidget *>(FSortLabel)}) {
         if (auto *label = qobject_cast<QLabel *>(w))
             words << label->text();
         else if (auto *dd = qobject_cast<TDropDownLabel *>(w))

@@ -18,6 +18,7 @@ class TNResultFieldsPanel;
 class TResultField;
 class TResultFieldRows;
 class TResultFieldRow;
+class TDSField;
 
 class TRFRowButton : public TNRndBtn
 {
@@ -53,11 +54,17 @@ public:
     TDropDownList *FieldLabel() const { return FFieldLabel; }
     QLabel *TextLabel2() const { return FTextLabel2; }
     TDropDownPopup *SortLabel() const { return FSortLabel; }
+    // The mark shown in place of a field the panel's model does not have
+    // (the column keeps it; the row only says so), and that column's caption.
+    QLabel *MissingLabel() const { return FMissingLabel; }
+    const QString &Missing() const { return FMissing; }
 
     // Rebuilds the texts and the field label and puts every control in place.
     void PlaceRow();
     // Moves the row's controls to their places without rebuilding them.
     void Arrange();
+    // Where the row's last control ends, in unscrolled left-to-right pixels.
+    int Extent() const { return FExtent; }
     void CreateFieldLabel();
     void AddRootFields();
     void AddGroupedFields();
@@ -72,6 +79,8 @@ private:
     // without telling its listeners must not leave the row dangling).
     TResultField *LiveField() const;
     QLabel *NewTextLabel(const QString &text);
+    // The field the column shows when the panel's model has it.
+    const TDSField *ModelField(const TResultField *column) const;
     void FreeLabels();
 
     TResultFieldRows *FRows;
@@ -80,8 +89,11 @@ private:
     QPointer<QLabel> FTextLabel1;
     QPointer<QLabel> FTextLabel2;
     QPointer<TDropDownList> FFieldLabel;
+    QPointer<QLabel> FMissingLabel;
+    QString FMissing;
     QPointer<TDropDownPopup> FSortLabel;
     bool FVisible = false;
+    int FExtent = 0;
 };
 
 class TResultFieldRows

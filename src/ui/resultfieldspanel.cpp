@@ -6,6 +6,7 @@
 #include "query/resultfield.h"
 #include "ui/dropdownlist.h"
 #include "ui/dropdownpopup.h"
+#include "ui/rfpanelaccessible.h"
 #include "ui/rfpanelerror.h"
 
 #include <QKeyEvent>
@@ -44,6 +45,7 @@ private:
 TNResultFieldsPanel::TNResultFieldsPanel(QWidget *parent)
     : QAbstractScrollArea(parent), FRows(this)
 {
+    InstallRFPanelAccessibility();
     setFocusPolicy(Qt::StrongFocus);
     viewport()->setBackgroundRole(QPalette::Base);
     FDefTitles = DefaultTitles();
@@ -100,6 +102,7 @@ void TNResultFieldsPanel::SetResultFields(TRFieldList *value)
     FResultFields = value;
     if (FResultFields)
         FResultFields->AddObserver(this);
+    HistorySync(true);
     if (wasActive && FResultFields)
         Activate();
 }
@@ -112,6 +115,7 @@ void TNResultFieldsPanel::SetQuery(TNQuery *query)
     }
     SetDBStruct(query->DBStruct());
     SetResultFields(&query->RFields());
+    FQuery = query;
     // A query freed before the panel takes its list with it: let go of it
     // without telling it anything.
     connect(query, &QObject::destroyed, this, [this, list = &query->RFields()] {
@@ -123,6 +127,11 @@ void TNResultFieldsPanel::SetQuery(TNQuery *query)
     });
     if (FDBStruct)
         Activate();
+}
+
+TNQuery *TNResultFieldsPanel::Query() const
+{
+    return FQuery && FResultFields == &FQuery->RFields() ? FQuery.data() : nullptr;
 }
 
 // --- titles -----------------------------------------------------------------------------
@@ -281,10 +290,12 @@ void TNResultFieldsPanel::UpdateScrollBars()
                            ? FAddRowLabel->y() + verticalScrollBar()->value() + FAddRowLabel->height() +
                                  FAppearance.TopMargin()
                            : 0;
-    int width = 0;
-    for (QWidget *child : viewport()->findChildren<QWidget *>(Qt::FindDirectChildrenOnly))
-        if (child->isVisible())
-            width = qMax(width, child->geometry().right() + 1 + horizontalScrollBar()->value());
+    // From the rows' own extents: asking the viewport for its children would
+    // also count controls already freed but not yet gone.
+    int width = FAddRowLabel->isVisible() ? FAppearance.LeftMargin() + FAddRowLabel->width() : 0;
+    for (int i = 0; i < FRows.Count(); ++i)
+        if (FRows.Items(i)->Visible())
+            width = qMax(width, FRows.Items(i)->Extent());
     width += FAppearance.LeftMargin();
     verticalScrollBar()->setPageStep(viewport()->height());
     verticalScrollBar()->setRange(0, qMax(0, height - viewport()->height()));
@@ -336,18 +347,18 @@ void TNResultFieldsPanel::changeEvent(QEvent *event)
 
 TResultField *TNResultFieldsPanel::NewResultField()
 {
-    TDSField *field = FDBStruct->GetFirstResultField();
-    std::vector<TDSField *> fields;
-    if (field)
-        fields.push_back(field);
-    return FResultFields->Add(QString(), fields, field ? QStringLiteral("@1") : QString());
+    // A list given without a model takes the panel's: the new column's field
+    // comes from the list's model.
+    if (!FResultFields->DBStruct())
+        FResultFields->SetDBStruct(FDBStruct);
+    return FResultFields->NewResultField();
 }
 
 TResultFieldRow *TNResultFieldsPanel::AddEmptyRow()
 {
     if (!FDBStruct)
         throw ERFPanelError(QStringLiteral("DBStructure is not specified"));
-    if (FDBStruct->GetFieldCount() == 0 || !FDBStruct->GetFirstResultField())
+    if (FDBStruct->GetEmpty())
         throw ERFPanelError(SStructureIsEmpty);
     if (!FResultFields)
         throw ERFPanelError(QStringLiteral("ResultFields is not specified"));
@@ -417,6 +428,8 @@ void TNResultFieldsPanel::Changed()
 {
     if (OnChange && !FInsideEventHandler)
         OnChange(this);
+    if (!FInsideEventHandler)
+        History().Record();
 }
 
 void TNResultFieldsPanel::RowLabelAccepted(TResultFieldRow *row)
@@ -507,6 +520,8 @@ void TNResultFieldsPanel::RunGuarded(const std::function<void()> &action)
 
 void TNResultFieldsPanel::keyPressEvent(QKeyEvent *event)
 {
+    if (HistoryKey(event))
+        return;
     const bool ctrl = event->modifiers() & Qt::ControlModifier;
     const int count = FRows.Count();
     const int index = FCurrentRow ? FCurrentRow->RowIndex() : -1;
@@ -596,6 +611,7 @@ void TNResultFieldsPanel::FieldChanged(int index)
 
 void TNResultFieldsPanel::Reset()
 {
+    HistorySync(false);
     if (FRefreshing || !FActive)
         return;
     BuildRows();

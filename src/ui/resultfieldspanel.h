@@ -5,6 +5,7 @@
 // it is given and follows changes made to that list in code.
 #include "model/dbstructure.h"
 #include "query/resultfieldobserver.h"
+#include "ui/queryhistory.h"
 #include "ui/resultfieldrow.h"
 #include "ui/rfpappearance.h"
 
@@ -14,6 +15,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace vm20 {
 
@@ -37,6 +39,8 @@ public:
     // Views the result columns of a query with its model, so that this panel
     // and a condition panel over the same query edit one query.
     void SetQuery(TNQuery *query);
+    // The query whose columns the panel shows; none for a list given alone.
+    TNQuery *Query() const;
 
     // Title lines, one name=value each.
     const QStringList &Titles() const { return FTitles; }
@@ -90,6 +94,12 @@ public:
     void PlaceControl(QWidget *control, int x, int y) const;
     bool InsideEventHandler() const { return FInsideEventHandler; }
 
+    // Every change the panel reports (Changed) is one step over the list's
+    // columns; the host may show or drive the stack.
+    QUndoStack *UndoStack();
+    void Undo();
+    void Redo();
+
     TRFPanelChangeEvent OnChange;
     // When set, called instead of executing a menu; returns the chosen tag
     // (0 for none).
@@ -115,6 +125,9 @@ private:
     void UpdateScrollBars();
     void UpdateMenuCaptions();
     void RunGuarded(const std::function<void()> &action);
+    TQueryHistory &History();
+    void HistorySync(bool restart);
+    bool HistoryKey(QKeyEvent *event);
 
     TResultFieldRows FRows;
     QStringList FTitles;
@@ -127,7 +140,9 @@ private:
     QLabel *FAddRowLabel = nullptr;
     QPointer<TNCustomDBStructure> FDBStruct;
     TRFieldList *FResultFields = nullptr;
+    QPointer<TNQuery> FQuery;
     bool FInsideEventHandler = false;
+    std::unique_ptr<TQueryHistory> FHistory;
 };
 
 } // namespace vm20

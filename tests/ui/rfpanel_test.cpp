@@ -11,8 +11,13 @@
 
 #include <gmock/gmock.h>
 
+#include "ui/menuview.h"
+#include "ui/npopupmenu.h"
+
+#include <QAccessible>
 #include <QAction>
 #include <QScrollBar>
+#include <QTimer>
 
 namespace vm20 {
 namespace {
@@ -238,6 +243,17 @@ TEST_F(RFPanelTest, ColumnsEditedByKeyboardFollowInSql)
     EXPECT_THAT(SelectList().toStdString(), testing::Not(testing::HasSubstr("Product")));
     QTest::keyClick(panel, Qt::Key_Insert);
     EXPECT_EQ(query.RFields().Count(), 2);
+
+    // Enter opens the current row's field list; Escape leaves the column.
+    TDropDownList *field = panel->CurrentRow()->FieldLabel();
+    bool dropped = false;
+    QTimer::singleShot(0, field, [field, &dropped] {
+        dropped = field->Dropped();
+        QTest::keyClick(static_cast<TDropDownPopup *>(field)->Menu()->TopView(), Qt::Key_Escape);
+    });
+    QTest::keyClick(panel, Qt::Key_Return);
+    EXPECT_TRUE(dropped);
+    EXPECT_EQ(query.RFields().Count(), 2);
 }
 
 TEST_F(RFPanelTest, PanelFollowsColumnsChangedInCode)
@@ -288,6 +304,86 @@ TEST_F(RFPanelTest, MissingOrEmptyModelIsReported)
         EXPECT_EQ(e.Message(), "Structure is empty");
     }
     EXPECT_EQ(list.Count(), 0);
+}
+
+TEST_F(RFPanelTest, ColumnsTheModelCannotShowAreMarkedNotDropped)
+{
+    TNDBStructure other;   // the same fields, but not the panel's
+    other.LoadFromFile(QStringLiteral(VM20_SOURCE_DIR "/examples/shop.model"));
+    query.RFields().Add(QStringLiteral("Ghost"), {other.FieldByName(1, QStringLiteral("Product"))},
+                        QStringLiteral("sum(@1)"));
+    query.RFields().AddByExpression(QStringLiteral("Rows"), QStringLiteral("count(*)"), stNoSort, 0);
+    TResultField *gone = query.RFields().New();   // as read from a text whose field ID is unknown
+    gone->SetFormula(QStringLiteral("@1"));
+    gone->SetCaption(QStringLiteral("Gone"));
+    ASSERT_EQ(panel->RowCount(), 3);
+
+    struct Case
+    {
+        int line;
+        int row;
+        QString missing, sentence;
+        const char *why;
+    } cases[] = {
+        {__LINE__, 0, "Ghost", "1 SUM( Ghost ) Not Sorted", "a field of another model, inside its formula"},
+        {__LINE__, 1, "", "2 COUNT(*) Not Sorted", "no field at all: the whole formula is text"},
+        {__LINE__, 2, "Gone", "3 Gone Not Sorted", "a field the model never had"},
+    };
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel);
+    ASSERT_TRUE(face);
+    for (const Case &c : cases) {
+        TResultFieldRow *row = panel->Row(c.row);
+        EXPECT_EQ(row->Missing(), c.missing) << "line " << c.line << ": " << c.why;
+        EXPECT_EQ(row->MissingLabel() != nullptr, !c.missing.isEmpty()) << "line " << c.line;
+        EXPECT_FALSE(row->FieldLabel()) << "line " << c.line << ": nothing to choose from";
+        EXPECT_EQ(face->child(c.row)->text(QAccessible::Name), c.sentence) << "line " << c.line;
+        EXPECT_EQ(!face->child(c.row)->text(QAccessible::Description).isEmpty(), !c.missing.isEmpty())
+            << "line " << c.line;
+    }
+
+    // Sorting a marked column keeps it and its field.
+    panel->Row(2)->SortLabel()->SetValue(QStringLiteral("1"));
+    panel->Row(2)->AfterDropUpLabel(true);
+    panel->Refresh();
+    ASSERT_EQ(query.RFields().Count(), 3);
+    EXPECT_EQ(query.RFields().GetRField(2)->Sorting(), stAscending);
+    EXPECT_EQ(panel->Row(0)->Missing(), "Ghost");
+}
+
+TEST_F(RFPanelTest, ListChangedInCodeWhileALabelIsDropped)
+{
+    struct Case
+    {
+        int line;
+        std::function<void()> change;
+        int rowsLeft;
+        const char *why;
+    } cases[] = {
+        {__LINE__, [this] { query.RFields().Delete(0); }, 1, "the dropped row's column goes"},
+        {__LINE__, [this] { query.RFields().Clear(); }, 0, "every column goes"},
+        {__LINE__, [this] { query.RFields().Move(0, 1); }, 2, "the dropped row moves"},
+    };
+    for (const Case &c : cases) {
+        query.RFields().Clear();
+        Column("Product");
+        Column("Customer");
+        TDropDownPopup *sort = panel->Row(0)->SortLabel();
+        QTimer::singleShot(0, sort, [sort, &c] {
+            auto *view = static_cast<TMenuView *>(sort->Menu()->TopView());
+            ASSERT_NE(view, nullptr);
+            c.change();
+            QTest::keyClick(view, Qt::Key_Down);
+            QTest::keyClick(view, Qt::Key_Return);
+        });
+        sort->DropDown();
+        QApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+        ASSERT_EQ(panel->RowCount(), c.rowsLeft) << "line " << c.line << ": " << c.why;
+        EXPECT_EQ(query.RFields().Count(), c.rowsLeft) << "line " << c.line;
+        for (int i = 0; i < panel->RowCount(); ++i)
+            EXPECT_EQ(panel->Row(i)->RField(), query.RFields().GetRField(i)) << "line " << c.line;
+    }
+    QTest::mouseClick(panel->AddRowLabel(), Qt::LeftButton);
+    EXPECT_EQ(query.RFields().Count(), 3) << "the panel stays usable";
 }
 
 TEST_F(RFPanelTest, DefaultTitlesAreSeven)

@@ -1,0 +1,10 @@
+#pragma once
+// Screen readers and UI automation read a result column panel as a list of
+// rows: each row is named by its sentence, and its children are its labels.
+
+namespace vm20 {
+
+// Registers the panel's accessible interface once per process.
+void InstallRFPanelAccessibility();
+
+} // namespace vm20
