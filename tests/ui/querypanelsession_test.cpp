@@ -50,6 +50,7 @@ protected:
 
     // Enter on the current label, then `typed` and `keys` in whatever it
     // opened: a menu (inside its modal loop) or an editor with the focus.
+    // In `typed`, ">" is the Right arrow (into a sub-menu), "^" is Delete.
     void Pick(const QString &typed, std::vector<Qt::Key> keys)
     {
         QTimer::singleShot(0, panel, [this, typed, keys] {
