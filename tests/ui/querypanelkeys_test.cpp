@@ -181,6 +181,16 @@ TEST_F(QueryPanelKeys, ArrowsWalkRowsAndTheirDropDownLabels)
     Press({{Qt::Key_Up, Plain}});
     EXPECT_EQ(panel->CurrentRow(), city) << "a hidden root is never reached";
     EXPECT_EQ(panel->GetRowByNum(0), city);
+
+    panel->clearFocus();
+    panel->SetCurrentRow(nullptr);
+    panel->setFocus(Qt::TabFocusReason);
+    EXPECT_EQ(panel->CurrentRow(), city) << "tabbing in starts at the first row shown";
+
+    panel->setLayoutDirection(Qt::RightToLeft);
+    panel->SetCurrentRow(city);
+    Press({{Qt::Key_Left, Plain}});
+    EXPECT_EQ(ControlName(panel->RowView(city)), QStringLiteral("second")) << "right to left, Left reads on";
 }
 
 TEST_F(QueryPanelKeys, TheCurrentRowIsScrolledIntoViewAndArrowsScrollWithoutTheKeyboardOption)
