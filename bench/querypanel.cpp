@@ -1,7 +1,9 @@
 // The condition panel over large queries: activating it (row views created
 // and placed), rebuilding it after an appearance change, painting one
-// screenful after a scroll, the memory a row takes, and adding and deleting
-// a row through the menus.
+// screenful after a scroll, the memory a row takes, the panel following a
+// row moved, inserted or deleted in the query (its posted layout and painting
+// included), adding and deleting a row through the menus, and walking the
+// rows with the arrow keys.
 #include "widgetbench.h"
 #include "model/valueeditors.h"
 #include "query/filtercond.h"
@@ -121,6 +123,28 @@ void BM_RefreshPanel(benchmark::State &state)
 }
 BENCHMARK(BM_RefreshPanel)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
+// One step of a user action (rows pasted) taken back, the panel's deferred
+// placing of rows included: comparable with BM_RefreshPanel.
+void BM_UndoStep(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->Activate();
+    panel->SetCurrentRow(panel->Query()->GetRowByNum(5));
+    panel->CopyCurrentRow();
+    if (!panel->PasteRows())   // a user action: one step
+        state.SkipWithError("the paste was refused");
+    for (auto _ : state) {
+        panel->Undo();
+        QCoreApplication::sendPostedEvents();
+        state.PauseTiming();
+        panel->Redo();
+        QCoreApplication::sendPostedEvents();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_UndoStep)->Arg(1000)->Unit(benchmark::kMillisecond);
+
 void BM_PaintAfterScroll(benchmark::State &state)
 {
     Fixture f;
@@ -137,6 +161,73 @@ void BM_PaintAfterScroll(benchmark::State &state)
     }
 }
 BENCHMARK(BM_PaintAfterScroll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// A shown panel with its first layout and painting done.
+std::unique_ptr<TNQueryPanel> ShownPanel(Fixture &f, int rows)
+{
+    auto panel = MakePanel(f, rows);
+    panel->show();
+    QApplication::processEvents();
+    return panel;
+}
+
+// A condition halfway down, in a bracket with siblings on both sides.
+TFilterRow *MiddleCondition(TNQuery &q)
+{
+    for (int num = q.GetRowCount() / 2;; ++num) {
+        TFilterRow *row = q.GetRowByNum(num);
+        if (!row->IsBracket() && row->IndexInParent() > 0 && row->IndexInParent() + 1 < row->Parent()->GetRowCount())
+            return row;
+    }
+}
+
+void BM_MoveRow(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = ShownPanel(f, int(state.range(0)));
+    TNQuery &q = *panel->Query();
+    TFilterRow *row = MiddleCondition(q);
+    bool up = true;
+    for (auto _ : state) {
+        benchmark::DoNotOptimize(up ? q.MoveRowUp(row) : q.MoveRowDown(row));
+        up = !up;
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_MoveRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// Near the top of the root: every row below shifts.
+void BM_InsertRow(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = ShownPanel(f, int(state.range(0)));
+    TNQuery &q = *panel->Query();
+    for (auto _ : state) {
+        TSimpleCond *added = q.AddConditionNum(q.Filter(), 1, f.kinds[0].first);
+        QApplication::processEvents();
+        state.PauseTiming();
+        q.DeleteRow(added);
+        QApplication::processEvents();
+        state.ResumeTiming();
+    }
+}
+BENCHMARK(BM_InsertRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+void BM_DeleteRow(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = ShownPanel(f, int(state.range(0)));
+    TNQuery &q = *panel->Query();
+    for (auto _ : state) {
+        state.PauseTiming();
+        TSimpleCond *added = q.AddConditionNum(q.Filter(), 1, f.kinds[0].first);
+        QApplication::processEvents();
+        state.ResumeTiming();
+        q.DeleteRow(added);
+        QApplication::processEvents();
+    }
+}
+BENCHMARK(BM_DeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
 // One condition added after a middle row through the row menu, then deleted
 // through it, each placed as the user would see it.
@@ -158,6 +249,28 @@ void BM_MenuAddAndDeleteRow(benchmark::State &state)
     }
 }
 BENCHMARK(BM_MenuAddAndDeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
+
+// Down then Up on a middle row, as a user walking the rows: the cost of a
+// key must not grow with the query.
+void BM_ArrowKeys(benchmark::State &state)
+{
+    Fixture f;
+    auto panel = MakePanel(f, int(state.range(0)));
+    panel->Activate();
+    panel->SetCurrentRowNum(panel->Query()->GetRowCount() / 2);
+    QApplication::processEvents();
+    const TFilterRow *start = panel->CurrentRow();
+    panel->KeyDown(Qt::Key_Down, Qt::NoModifier);
+    if (panel->CurrentRow() == start)
+        state.SkipWithError("Down did not move the current row");
+    panel->KeyDown(Qt::Key_Up, Qt::NoModifier);
+    for (auto _ : state) {
+        panel->KeyDown(Qt::Key_Down, Qt::NoModifier);
+        panel->KeyDown(Qt::Key_Up, Qt::NoModifier);
+        benchmark::DoNotOptimize(panel->CurrentRow());
+    }
+}
+BENCHMARK(BM_ArrowKeys)->Arg(1000)->Arg(10000)->Unit(benchmark::kMicrosecond);
 
 } // namespace
 

@@ -41,7 +41,7 @@ TSimpleCond *Add(TNQuery &q, TFilterBracket *bracket, TNDBStructure &m, int fiel
 
 
 GalleryShot Panel(const std::function<void(TNQueryPanel &)> &look, const std::function<void(TNQuery &, TNDBStructure &)> &fill = RichQuery,
-                  QSize size = QSize(620, 420))
+                  QSize size = QSize(620, 440))
 {
     GalleryShot shot;
     auto model = SampleModel();

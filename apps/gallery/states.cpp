@@ -324,6 +324,8 @@ QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio)
 {
     QWidget *widget = shot.widget.get();
     widget->ensurePolished();
+    // Layouts and the panels' deferred placing run as they would on screen.
+    QCoreApplication::processEvents();
     QRect area = widget->rect();
     for (const auto &[overlay, at] : shot.overlays)
         area = area.united(QRect(at, overlay->size()));

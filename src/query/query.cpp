@@ -177,19 +177,24 @@ void TNQuery::RowInserted(TFilterRow *row)
     FObservers.Notify([row](TNQueryObserver *observer) { observer->RowInserted(row); });
 }
 
+void TNQuery::ForgetRowSources(const TFilterRow *row)
+{
+    if (FRowSources.isEmpty())
+        return;
+    std::vector<const TFilterRow *> pending{row};
+    while (!pending.empty()) {
+        const TFilterRow *next = pending.back();
+        pending.pop_back();
+        FRowSources.remove(next);
+        if (next->IsBracket())
+            for (const auto &child : static_cast<const TFilterBracket *>(next)->Rows())
+                pending.push_back(child.get());
+    }
+}
+
 void TNQuery::RowRemoving(TFilterRow *row)
 {
-    if (!FRowSources.isEmpty()) {
-        std::vector<const TFilterRow *> pending{row};
-        while (!pending.empty()) {
-            const TFilterRow *next = pending.back();
-            pending.pop_back();
-            FRowSources.remove(next);
-            if (next->IsBracket())
-                for (const auto &child : static_cast<const TFilterBracket *>(next)->Rows())
-                    pending.push_back(child.get());
-        }
-    }
+    ForgetRowSources(row);
     if (FUpdating == 0 && !FDestroying)
         FObservers.Notify([row](TNQueryObserver *observer) { observer->RowRemoved(row); });
     InvalidateNumbers();

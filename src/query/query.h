@@ -169,6 +169,17 @@ public:
     // Replaces the query by the one in the lines. Malformed text raises
     // EConvertError and leaves the query cleared.
     void LoadFromStrings(const QStringList &lines);
+    // One row with its sub-tree as a query text of its own: [Main], then a
+    // root holding just that row (the root itself: all rows). The text also
+    // loads as a whole query.
+    void SaveRowToStrings(const TFilterRow *row, QStringList &lines);
+    // Inserts the rows of a query text's root (with their sub-trees) into
+    // `bracket` (nullptr: the root) from `index` on; the query's other
+    // settings stay. Observers get one RowInserted per inserted row. Text
+    // that is not query text or is malformed raises EConvertError and
+    // changes nothing; conditions the model cannot resolve are kept, as
+    // loading keeps them.
+    std::vector<TFilterRow *> InsertRowsFromStrings(TFilterBracket *bracket, int index, const QStringList &lines);
     void SaveToFile(const QString &fileName);
     void LoadFromFile(const QString &fileName);
     bool Saving() const { return FSaving > 0; }
@@ -295,6 +306,7 @@ private:
 
     void RowInserted(TFilterRow *row);
     void RowRemoving(TFilterRow *row);
+    void ForgetRowSources(const TFilterRow *row);
     void RowChanged(TFilterRow *row);
     void RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex);
     void RowAdded(TFilterRow *row);

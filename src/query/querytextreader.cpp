@@ -42,7 +42,17 @@ public:
         if (ReadSection(QStringLiteral("UserData")))
             FQuery.UserData() = FValues;
         ReadResultFields();
-        ReadRows();
+        ReadRows(FQuery.Filter());
+    }
+
+    // Only the rows, into a bracket out of the tree; the query's own
+    // settings stay as they are. A text without rows is no query text.
+    void RunRows(TFilterBracket *root)
+    {
+        FVersion = ReadSection(QStringLiteral("Main")) ? XStrToFloat(Value(QStringLiteral("Version")), 1.1) : 1.1;
+        if (!HasSection(QStringLiteral("Row")))
+            throw EConvertError(QStringLiteral("The text is not a query text: it has no [Row] section"));
+        ReadRows(root);
     }
 
 private:
@@ -64,6 +74,12 @@ private:
             return false;
         FPos = next;
         return true;
+    }
+
+    bool HasSection(const QString &name) const
+    {
+        QStringList values;
+        return XReadSLSectionValues(FPos, FLines, name, values) >= 0;
     }
 
     QString Value(const QString &key) const { return ValueOf(FValues, key); }
@@ -145,7 +161,7 @@ private:
     }
 
     // Depth first with an explicit stack, as the rows were written.
-    void ReadRows()
+    void ReadRows(TFilterBracket *root)
     {
         if (!ReadSection(QStringLiteral("Row"))) {
             Incomplete(QStringLiteral("no [Row] section"));
@@ -154,7 +170,7 @@ private:
         const QString rootType = Value(QStringLiteral("RowType"));
         if (StrToInt(rootType) != frtBracket)
             InvalidValue("RowType", rootType);
-        std::vector<TBracketFrame> stack{ReadBracket(FQuery.Filter(), QString())};
+        std::vector<TBracketFrame> stack{ReadBracket(root, QString())};
         while (!stack.empty()) {
             TBracketFrame &top = stack.back();
             if (top.next >= top.rowCount) {
@@ -267,6 +283,41 @@ void TNQuery::LoadFromStrings(const QStringList &lines)
     ParametersListChanged();
     if (failure)
         std::rethrow_exception(failure);
+}
+
+std::vector<TFilterRow *> TNQuery::InsertRowsFromStrings(TFilterBracket *bracket, int index,
+                                                         const QStringList &lines)
+{
+    CheckIfDBStructAssigned();
+    if (!bracket)
+        bracket = FFilter.get();
+    if (bracket->Query() != this || (bracket != FFilter.get() && bracket->RowNum() < 0))
+        throw Exception(QStringLiteral("The rows can only go into a bracket of this query's tree"));
+    if (index < 0 || index > bracket->GetRowCount())
+        throw EListError::IndexOutOfBounds(index);
+    // The rows are read into a bracket outside the tree, with nobody told,
+    // and go in only once the whole text has been read: a text that fails
+    // halfway leaves the query as it was.
+    TFilterBracket holder(this);
+    try {
+        ++FUpdating;
+        BeginLoading();
+        TQueryTextReader(*this, lines).RunRows(&holder);
+        EndLoading();
+        --FUpdating;
+    } catch (...) {
+        EndLoading();
+        --FUpdating;
+        for (const auto &row : holder.Rows())
+            ForgetRowSources(row.get());
+        throw;
+    }
+    std::vector<TFilterRow *> inserted;
+    inserted.reserve(std::size_t(holder.GetRowCount()));
+    while (holder.GetRowCount() > 0)
+        inserted.push_back(bracket->InsertRow(index + int(inserted.size()), holder.TakeRow(0)));
+    ParametersListChanged();
+    return inserted;
 }
 
 void TNQuery::LoadFromFile(const QString &fileName)

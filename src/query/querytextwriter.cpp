@@ -9,6 +9,7 @@
 #include "model/dstable.h"
 #include "query/querytextfile.h"
 #include "query/valueformat.h"
+#include "support/exception.h"
 #include "support/nstrings.h"
 
 #include <QHash>
@@ -69,13 +70,18 @@ QString SectionLine(const QString &id)
     return line;
 }
 
-void WriteBracket(const TFilterBracket &bracket, const QString &id, QStringList &lines)
+void WriteBracketSection(const QString &id, bool isEnabled, TFilterLinkType link, int count, QStringList &lines)
 {
     static const TFlagKey enabled("Enabled");
     static const QString bracketType = QStringLiteral("RowType=1");
     static const TKey linkType("LinkType"), rowCount("RowCount");
-    lines << SectionLine(id) << enabled(bracket.Enabled()) << bracketType
-          << linkType(int(bracket.LinkType())) << rowCount(bracket.GetRowCount()) << QString();
+    lines << SectionLine(id) << enabled(isEnabled) << bracketType << linkType(int(link)) << rowCount(count)
+          << QString();
+}
+
+void WriteBracket(const TFilterBracket &bracket, const QString &id, QStringList &lines)
+{
+    WriteBracketSection(id, bracket.Enabled(), bracket.LinkType(), bracket.GetRowCount(), lines);
 }
 
 // The lines naming a row's field, operator or model condition, one string
@@ -143,9 +149,9 @@ void WriteCondition(const TFilterCond &condition, const QString &id, QStringList
           << subQueryOptions(SQLOptionsToInt(condition.SubQueryOptions())) << QString();
 }
 
-// Pre-order walk with an explicit stack: trees may nest deeper than the
-// call stack would allow.
-void WriteTree(const TFilterBracket &root, QStringList &lines)
+// Pre-order walk of one row's sub-tree with an explicit stack: trees may
+// nest deeper than the call stack would allow.
+void WriteSubTree(const TFilterRow &first, const QString &firstID, QStringList &lines, TModelLines &modelLines)
 {
     struct Frame
     {
@@ -153,9 +159,13 @@ void WriteTree(const TFilterBracket &root, QStringList &lines)
         QString id;
         int next;
     };
-    TModelLines modelLines;
-    WriteBracket(root, QString(), lines);
-    std::vector<Frame> stack{{&root, QString(), 0}};
+    if (!first.IsBracket()) {
+        WriteCondition(static_cast<const TFilterCond &>(first), firstID, lines, modelLines);
+        return;
+    }
+    const auto &firstBracket = static_cast<const TFilterBracket &>(first);
+    WriteBracket(firstBracket, firstID, lines);
+    std::vector<Frame> stack{{&firstBracket, firstID, 0}};
     while (!stack.empty()) {
         Frame &top = stack.back();
         if (top.next >= top.bracket->GetRowCount()) {
@@ -173,6 +183,12 @@ void WriteTree(const TFilterBracket &root, QStringList &lines)
             WriteCondition(static_cast<const TFilterCond &>(*row), id, lines, modelLines);
         }
     }
+}
+
+void WriteTree(const TFilterBracket &root, QStringList &lines)
+{
+    TModelLines modelLines;
+    WriteSubTree(root, QString(), lines, modelLines);
 }
 
 class TSavingScope
@@ -211,6 +227,25 @@ void TNQuery::SaveToStrings(QStringList &lines)
     // A condition writes about fourteen lines.
     lines.reserve(lines.size() + 14 * qsizetype(GetRowCount()) + 6);
     WriteTree(*FFilter, lines);
+}
+
+void TNQuery::SaveRowToStrings(const TFilterRow *row, QStringList &lines)
+{
+    if (!row || row->Query() != this)
+        throw Exception(QStringLiteral("The row to save is not a row of this query"));
+    TSavingScope saving(FSaving);
+    lines.clear();
+    lines << QStringLiteral("[Main]") << TKey("Version")(XFloatToStr(QueryTextVersion)) << QString();
+    // The root stands for all its rows; any other row goes under a root of
+    // its own that keeps its parent's link type, so the text also loads as a
+    // whole query reading as the row did where it was.
+    if (row->IsBracket() && static_cast<const TFilterBracket *>(row)->IsRoot()) {
+        WriteTree(*FFilter, lines);
+        return;
+    }
+    WriteBracketSection(QString(), true, row->Parent()->LinkType(), 1, lines);
+    TModelLines modelLines;
+    WriteSubTree(*row, QStringLiteral("1."), lines, modelLines);
 }
 
 void TNQuery::SaveToFile(const QString &fileName)

@@ -16,6 +16,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QStyle>
+#include <QStyleOptionButton>
 #include <QTimer>
 
 namespace vm20 {
@@ -47,6 +48,10 @@ void TNQueryPanel::NewViewport()
     port->setBackgroundRole(QPalette::Base);
     port->setAutoFillBackground(false);
     setViewport(port);
+    // A hidden child: the row views' bins keep their widgets there while
+    // out of view.
+    FRowStore = std::make_unique<QWidget>(this);
+    FRowStore->hide();
 }
 
 // --- the query -------------------------------------------------------------------------
@@ -54,6 +59,7 @@ void TNQueryPanel::NewViewport()
 void TNQueryPanel::AttachQuery(TNQuery *query)
 {
     FQuery = query;
+    WatchForHistory();
     FQuery->AddObserver(this);
     ObserveModel(FQuery->DBStruct());
     UpdateMenus();
@@ -78,6 +84,7 @@ void TNQueryPanel::SetQuery(TNQuery *query)
     AttachQuery(query);
     if (wasActive)
         RebuildQuietly();
+    HistoryRestart();
 }
 
 void TNQueryPanel::SetDBStruct(TNCustomDBStructure *value)
@@ -125,6 +132,7 @@ void TNQueryPanel::Activate()
         SetAddRowCaption();
         PlaceAllRows();
         ShowAllRows();
+        HistorySync();
     } catch (...) {
         Deactivate();
         throw;
@@ -145,6 +153,9 @@ void TNQueryPanel::Deactivate()
     // its making posted) for its own: deliver them first. Not while the
     // panel goes with its window: the events would reach widgets around it
     // that are half destroyed.
+    // (Delivering them may paint: nothing is in view any more.)
+    FOrder.clear();
+    FInView.clear();
     if (!FDestroying)
         QCoreApplication::sendPostedEvents();
     if (FInControlHandler && !FDestroying) {
@@ -215,6 +226,7 @@ void TNQueryPanel::showEvent(QShowEvent *event)
 
 void TNQueryPanel::BuildViews(TFilterRow *top, bool strict)
 {
+    FMissingListed = false;
     // Trees may nest deeper than the call stack allows.
     std::vector<TFilterRow *> stack{top};
     while (!stack.empty()) {
@@ -227,6 +239,24 @@ void TNQueryPanel::BuildViews(TFilterRow *top, bool strict)
                 stack.push_back(it->get());
         }
     }
+}
+
+QString TNQueryPanel::MissingText(const TFilterRow *row) const
+{
+    if (!FMissingListed) {
+        FMissingListed = true;
+        FMissingByRow.clear();
+        for (const TUnresolvedItem &item : FQuery->UnresolvedItems()) {
+            if (!item.Row)
+                continue;
+            const QString what = item.Kind == TUnresolvedItem::ukField      ? QStringLiteral("field")
+                                 : item.Kind == TUnresolvedItem::ukOperator ? QStringLiteral("operator")
+                                                                            : QStringLiteral("condition");
+            QString &text = FMissingByRow[item.Row];
+            text += text.isEmpty() ? what : QStringLiteral(", ") + what;
+        }
+    }
+    return FMissingByRow.value(row);
 }
 
 void TNQueryPanel::DropViews(TFilterRow *top)
@@ -248,7 +278,10 @@ TQueryRowView *TNQueryPanel::RowView(const TFilterRow *row) const
 {
     EnsureLayout();
     const auto found = FViews.find(row);
-    return found == FViews.end() ? nullptr : found->second.get();
+    if (found == FViews.end())
+        return nullptr;
+    found->second->EnsurePlaced();
+    return found->second.get();
 }
 
 TDropDownLabel *TNQueryPanel::AddRowLabel() const
@@ -311,6 +344,7 @@ void TNQueryPanel::SetCurrentRow(TFilterRow *row)
         if (view->CurrentControlIndex() < 0)
             view->SetCurrentControlIndex(view->FirstCurControl());
     viewport()->update();
+    AnnounceCurrent();
 }
 
 int TNQueryPanel::CurrentRowNum() const
@@ -362,34 +396,92 @@ void TNQueryPanel::PlaceAllRows()
     FLayoutPending = false;
     if (!FActive)
         return;
+    // Numbering walks the whole tree, which is cheap; only the rows in view
+    // are placed (the others when they come into view or are asked for).
     const bool hideRoot = FAppearance->Has(TQPAppearance::aoHideRootRow);
     const bool rtl = layoutDirection() == Qt::RightToLeft;
+    const TLogicalOperatorStyle logOpStyle = FAppearance->LogOpStyle();
     int contentRight = 0;
-    int contentBottom = 0;
     int rowNum = hideRoot ? -1 : 0;
+    FOrder.clear();
+    FOrder.reserve(FViews.size());
+    TakePlacementBase();
+    struct TEntry
+    {
+        TFilterRow *row;
+        QString id;
+        bool showsLogOp;
+    };
     // Pre-order walk; each entry carries the row's identifier.
-    std::vector<std::pair<TFilterRow *, QString>> stack{{FQuery->Filter(), QString()}};
+    std::vector<TEntry> stack{{FQuery->Filter(), QString(), false}};
     while (!stack.empty()) {
-        auto [row, id] = std::move(stack.back());
+        TEntry entry = std::move(stack.back());
         stack.pop_back();
-        const int depth = int(id.count(QLatin1Char('.')));
-        TQueryRowView *view = FViews.at(row).get();
-        view->SetRowNum(rowNum++, depth, id);
-        if (row->Parent() || !hideRoot) {
-            const int edge = view->ContentEdge() + horizontalScrollBar()->value();
-            contentRight = rtl ? std::max(contentRight, viewport()->width() - edge) : std::max(contentRight, edge);
-            contentBottom = view->GetTop() + view->GetHeight() + verticalScrollBar()->value();
+        const int depth = int(entry.id.count(QLatin1Char('.')));
+        TQueryRowView *view = FViews.at(entry.row).get();
+        view->SetRowNum(rowNum++, depth, entry.id);
+        if (entry.row->Parent() || !hideRoot) {
+            FOrder.push_back(view);
+            const int edge = view->UnscrolledContentEdge(entry.showsLogOp);
+            contentRight = std::max(contentRight, rtl ? viewport()->width() - edge : edge);
         }
-        if (row->IsBracket()) {
-            const auto &rows = static_cast<TFilterBracket *>(row)->Rows();
-            for (int i = int(rows.size()) - 1; i >= 0; --i)
-                stack.emplace_back(rows[std::size_t(i)].get(), id + QString::number(i + 1) + QLatin1Char('.'));
+        if (entry.row->IsBracket()) {
+            const auto &rows = static_cast<TFilterBracket *>(entry.row)->Rows();
+            const int last = int(rows.size()) - 1;
+            for (int i = last; i >= 0; --i) {
+                const bool logOp = logOpStyle == losBeforeCond ? i > 0 : logOpStyle == losAfterCond && i < last;
+                stack.push_back({rows[std::size_t(i)].get(), entry.id + QString::number(i + 1) + QLatin1Char('.'), logOp});
+            }
         }
     }
+    ++FLayoutStamp;
+    int contentBottom = FOrder.empty() ? 0 : RowTop(FHeadTop, int(FOrder.size()) - 1, RowHeight(), FRowSpace) + RowHeight();
     PlaceAddRow();
     if (FAddRowLabel && FAddRowLabel->isVisibleTo(viewport()))
         contentBottom = std::max(contentBottom, FAddRowLabel->geometry().bottom() + verticalScrollBar()->value());
     UpdateScrollBars(contentRight + FHeadLeft, contentBottom + FHeadTop);
+    PlaceInView();
+}
+
+void TNQueryPanel::TakePlacementBase()
+{
+    TRowPlacement &p = FPlacementBase.placement;
+    p.headerTop = FHeadTop;
+    p.headerLeft = FHeadLeft;
+    p.tabSpace = FTabSpace;
+    p.rowSpace = FRowSpace;
+    p.elemSpace = FElemSpace;
+    p.rowHeight = RowHeight();
+    p.checkBox = QSize(style()->pixelMetric(QStyle::PM_IndicatorWidth), style()->pixelMetric(QStyle::PM_IndicatorHeight));
+    p.rightToLeft = layoutDirection() == Qt::RightToLeft;
+    p.clientWidth = viewport()->width();
+    FPlacementBase.metrics = QFontMetrics(font());
+}
+
+void TNQueryPanel::PlaceInView()
+{
+    // Every row's place depends on the scroll position (and, right to left,
+    // on the width a scroll bar leaves).
+    ++FLayoutStamp;
+    FPlacementBase.placement.clientWidth = viewport()->width();
+    const auto [first, last] = RowsInView(int(FOrder.size()), FHeadTop, RowHeight(), FRowSpace,
+                                          verticalScrollBar()->value(), viewport()->height());
+    std::vector<const TFilterRow *> now;
+    now.reserve(std::size_t(last - first));
+    for (int i = first; i < last; ++i)
+        now.push_back(FOrder[std::size_t(i)]->Row());
+    for (const TFilterRow *row : FInView) {
+        const auto found = FViews.find(row);
+        if (found != FViews.end() && std::find(now.begin(), now.end(), row) == now.end())
+            found->second->SetInView(false);
+    }
+    for (int i = first; i < last; ++i) {
+        TQueryRowView *view = FOrder[std::size_t(i)];
+        view->PlaceRow();
+        view->SetInView(true);
+    }
+    FInView = std::move(now);
+    PlaceAddRow();
     viewport()->update();
 }
 
@@ -401,7 +493,10 @@ void TNQueryPanel::PlaceAddRow()
     const TFilterBracket *root = FQuery->Filter();
     p.rootEmptyAndHidden = root->GetRowCount() == 0 && FAppearance->Has(TQPAppearance::aoHideRootRow);
     TFilterRow *last = LastRow();
-    const TQueryRowView *view = last ? FViews.at(last).get() : nullptr;
+    const auto found = last ? FViews.find(last) : FViews.end();
+    const TQueryRowView *view = found != FViews.end() ? found->second.get() : nullptr;
+    if (view)
+        view->EnsurePlaced();
     p.lastButton = view ? view->Button()->geometry() : QRect(FHeadLeft, FHeadTop, 0, 0);
     p.labelWidth = FAddRowLabel->sizeHint().width();
     p.headerTop = FHeadTop - verticalScrollBar()->value();
@@ -417,15 +512,11 @@ void TNQueryPanel::UpdateScrollBars(int contentRight, int contentBottom)
     horizontalScrollBar()->setPageStep(client.width());
     verticalScrollBar()->setPageStep(client.height());
     verticalScrollBar()->setSingleStep(RowHeight());
-    // A range that moves a scroll bar places the rows once more, afterwards.
-    const int h = horizontalScrollBar()->value();
-    const int v = verticalScrollBar()->value();
+    // The caller places the rows in view afterwards, at the final position.
     FSettingRanges = true;
     horizontalScrollBar()->setRange(0, std::max(0, contentRight - client.width()));
     verticalScrollBar()->setRange(0, std::max(0, contentBottom - client.height()));
     FSettingRanges = false;
-    if (h != horizontalScrollBar()->value() || v != verticalScrollBar()->value())
-        ScheduleLayout();
 }
 
 void TNQueryPanel::ShowAllRows()
@@ -485,10 +576,8 @@ void TNQueryPanel::RowInserted(TFilterRow *row)
     if (!FActive)
         return;
     BuildViews(row, false);
-    // The row before it may now show its logical operator.
-    if (TFilterBracket *parent = row->Parent())
-        for (const auto &sibling : parent->Rows())
-            FViews.at(sibling.get())->SetVisible(true);
+    // Its neighbours' logical operators follow when the rows in view are
+    // placed again.
     const bool hideRoot = FAppearance->Has(TQPAppearance::aoHideRootRow);
     std::vector<TFilterRow *> stack{row};
     while (!stack.empty()) {
@@ -506,7 +595,9 @@ void TNQueryPanel::RowRemoved(TFilterRow *row)
 {
     if (!FActive)
         return;
+    CurrentRowDestroyed(row);
     DropViews(row);
+    FMissingListed = false;
     ScheduleLayout();
 }
 
@@ -514,6 +605,13 @@ void TNQueryPanel::RowChanged(TFilterRow *row)
 {
     if (!FActive || !FViews.count(row))
         return;
+    FMissingListed = false;
+    RebuildRowView(row);
+    ScheduleLayout();
+}
+
+void TNQueryPanel::RebuildRowView(TFilterRow *row)
+{
     const bool current = row == FCurrentRow;
     const int control = FViews.at(row)->CurrentControlIndex();
     FViews[row] = std::make_unique<TQueryRowView>(this, row, false);
@@ -524,23 +622,18 @@ void TNQueryPanel::RowChanged(TFilterRow *row)
     // the logical operators of its rows.
     if (row->IsBracket())
         for (const auto &child : static_cast<TFilterBracket *>(row)->Rows())
-            RowChanged(child.get());
+            RebuildRowView(child.get());
     if (current)
         FCurrentRow = row;
-    ScheduleLayout();
 }
 
 void TNQueryPanel::RowMoved(TFilterRow *row, TFilterBracket *oldParent, int oldIndex)
 {
+    (void)row;
+    (void)oldParent;
     (void)oldIndex;
-    if (!FActive)
-        return;
-    // The logical-operator label shows or hides with the row's position.
-    for (TFilterBracket *bracket : {oldParent, row->Parent()})
-        if (bracket && FViews.count(bracket))
-            for (const auto &sibling : bracket->Rows())
-                if (FViews.count(sibling.get()))
-                    FViews.at(sibling.get())->SetVisible(true);
+    // The logical-operator labels show or hide with the rows' positions
+    // when the rows in view are placed again.
     ScheduleLayout();
 }
 
@@ -560,6 +653,7 @@ void TNQueryPanel::Reset()
 {
     if (FActive)
         RebuildQuietly();
+    HistorySync();
 }
 
 void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &change)
@@ -569,6 +663,29 @@ void TNQueryPanel::ModelChanged(TNCustomDBStructure *model, const TModelChange &
     UpdateMenus();
     if (FActive)
         RebuildQuietly();
+}
+
+// The query drops its references to the entity and reports each row it
+// changed, whose view is then built anew and shows the row unresolved. What
+// the panel must not keep is an editor open over such a row: its list may
+// offer the entity, and accepting it later would bring it back.
+void TNQueryPanel::EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity)
+{
+    (void)model;
+    if (!FActive || (entity.Kind != mckFields && entity.Kind != mckOperators && entity.Kind != mckConditions))
+        return;
+    const auto refers = [&entity](const TFilterRow *row) {
+        if (!entity.Entity)
+            return true;
+        if (const auto *simple = dynamic_cast<const TSimpleCond *>(row))
+            return simple->Field() == entity.Entity || simple->Operator() == entity.Entity;
+        if (const auto *custom = dynamic_cast<const TCustomCond *>(row))
+            return custom->Condition() == entity.Entity;
+        return false;
+    };
+    for (const auto &[row, view] : FViews)
+        if (refers(row))
+            view->CloseEdit(false);
 }
 
 void TNQueryPanel::ModelDestroyed(TNCustomDBStructure *model)
@@ -606,14 +723,31 @@ void TNQueryPanel::PaintRow(TFilterRow *row, QPainter *painter, bool withControl
             painter->restore();
         }
     }
-    if (withControls)
-        for (TDropDownLabel *label : view->Controls())
-            if (label->isVisibleTo(viewport())) {
-                painter->save();
-                painter->translate(label->pos());
-                label->draw(painter, label->rect());
-                painter->restore();
-            }
+    if (!withControls)
+        return;
+    // What the row shows, whether or not it is scrolled into view.
+    const bool root = !row->Parent();
+    if (root || !FAppearance->Has(TQPAppearance::aoHideRowButtons)) {
+        const TNRndBtn *button = view->Button();
+        painter->save();
+        painter->translate(button->pos());
+        button->draw(painter, button->rect());
+        painter->restore();
+    }
+    if (const QCheckBox *box = view->CheckBox(); box && FAppearance->Has(TQPAppearance::aoShowCheckBoxes)) {
+        QStyleOptionButton option;
+        option.initFrom(box);
+        option.rect = box->geometry();
+        option.state = (option.state & ~(QStyle::State_On | QStyle::State_Off))
+                       | (box->isChecked() ? QStyle::State_On : QStyle::State_Off);
+        style()->drawPrimitive(QStyle::PE_IndicatorCheckBox, &option, painter, box);
+    }
+    for (TDropDownLabel *label : view->Controls()) {
+        painter->save();
+        painter->translate(label->pos());
+        label->draw(painter, label->rect());
+        painter->restore();
+    }
 }
 
 void TNQueryPanel::RefreshRow(TFilterRow *row)
@@ -634,12 +768,14 @@ void TNQueryPanel::PaintMissingMark(QPainter *painter, const TQueryRowView &view
 void TNQueryPanel::draw(QPainter *painter, const QRect &rect) const
 {
     EnsureLayout();
-    // Background around the child controls only.
+    // Background around the child controls only (the labels are drawn
+    // over it; only the check boxes paint a background of their own).
     QRegion background(rect);
-    for (const QObject *child : viewport()->children()) {
-        const auto *widget = qobject_cast<const QWidget *>(child);
-        if (widget && widget->isVisibleTo(viewport()) && widget->inherits("QCheckBox"))
-            background -= widget->geometry();
+    const std::vector<const TQueryRowView *> inView = ViewsInView();
+    for (const TQueryRowView *view : inView) {
+        const QCheckBox *box = view->CheckBox();
+        if (box && box->isVisibleTo(viewport()))
+            background -= box->geometry();
     }
     if (!background.isEmpty()) {
         painter->save();
@@ -649,12 +785,19 @@ void TNQueryPanel::draw(QPainter *painter, const QRect &rect) const
     }
     if (FCurrentRow && FAppearance->Has(TQPAppearance::aoAllowKeyboard))
         PaintRow(FCurrentRow, painter, false);
-    for (const auto &[row, view] : FViews) {
-        if (view->Missing().isEmpty() || !view->Visible())
-            continue;
-        if (view->GetRowRect().intersects(rect))
+    for (const TQueryRowView *view : inView)
+        if (!view->Missing().isEmpty() && view->Visible() && view->GetRowRect().intersects(rect))
             PaintMissingMark(painter, *view);
-    }
+}
+
+std::vector<const TQueryRowView *> TNQueryPanel::ViewsInView() const
+{
+    std::vector<const TQueryRowView *> views;
+    views.reserve(FInView.size());
+    for (const TFilterRow *row : FInView)
+        if (const auto found = FViews.find(row); found != FViews.end())
+            views.push_back(found->second.get());
+    return views;
 }
 
 void TNQueryPanel::paintEvent(QPaintEvent *event)
@@ -667,7 +810,8 @@ bool TNQueryPanel::viewportEvent(QEvent *event)
 {
     if (event->type() == QEvent::ToolTip) {
         // The mark of an unresolved row explains itself.
-        for (const auto &[row, view] : FViews)
+        EnsureLayout();
+        for (const TQueryRowView *view : ViewsInView())
             if (!view->Missing().isEmpty() && view->Visible()) {
                 auto *help = static_cast<QHelpEvent *>(event);
                 if (view->GetRowRect().contains(help->pos())) {
@@ -684,14 +828,12 @@ void TNQueryPanel::scrollContentsBy(int dx, int dy)
 {
     if (!FActive || FSettingRanges)
         return;
-    // Right to left, a horizontal scroll moves rows and check boxes
-    // differently: placing them again is simplest.
-    if (FLayoutPending || (dx != 0 && layoutDirection() == Qt::RightToLeft)) {
+    (void)dx;
+    (void)dy;
+    if (FLayoutPending)
         PlaceAllRows();
-        return;
-    }
-    // Otherwise every control moves by the same offset.
-    viewport()->scroll(dx, dy);
+    else
+        PlaceInView();
 }
 
 void TNQueryPanel::resizeEvent(QResizeEvent *event)
@@ -706,6 +848,47 @@ void TNQueryPanel::changeEvent(QEvent *event)
     QAbstractScrollArea::changeEvent(event);
     if (FActive && (event->type() == QEvent::LayoutDirectionChange || event->type() == QEvent::FontChange))
         RebuildQuietly();
+}
+
+// --- sub-queries --------------------------------------------------------------------------
+
+void TNQueryPanel::SetSubQueryHint(TSubQueryHint value)
+{
+    if (FSubQueryHint == value)
+        return;
+    FSubQueryHint = value;
+    if (FActive)
+        RebuildQuietly();
+}
+
+QString TNQueryPanel::SubQueryHintText(const TFilterCond &condition, int index) const
+{
+    switch (FSubQueryHint) {
+    case sqhNone:
+        return QString();
+    case sqhSQL:
+        return condition.GetValue(index);
+    case sqhText:
+        break;
+    }
+    if (condition.SubQuery().isEmpty())
+        return QString();
+    try {
+        TNQuery hidden;
+        hidden.SetDBStruct(FQuery->DBStruct());
+        hidden.LoadFromStrings(condition.SubQuery());
+        return hidden.GetQueryText();
+    } catch (const std::exception &) {
+        // A saved sub-query the model no longer reads still has its statement.
+        return condition.GetValue(index);
+    }
+}
+
+void TNQueryPanel::SetUpSubQueryPanel(TNQueryPanel &panel) const
+{
+    panel.SetDBStruct(FQuery->DBStruct());
+    panel.setFont(FSubQueryFont);
+    FSubQueryAppearance->AssignTo(panel.Appearance());
 }
 
 // --- change notification ---------------------------------------------------------------

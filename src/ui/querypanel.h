@@ -7,10 +7,13 @@
 #include "query/query.h"
 #include "ui/imagelist.h"
 #include "ui/qpappearance.h"
+#include "ui/queryhistory.h"
 #include "ui/queryrowview.h"
 
 #include <QAbstractScrollArea>
 #include <QFont>
+#include <QFontMetrics>
+#include <QHash>
 #include <QPoint>
 #include <QPointer>
 
@@ -18,6 +21,8 @@
 #include <memory>
 #include <unordered_map>
 
+class QFocusEvent;
+class QKeyEvent;
 class QMenu;
 class QUndoStack;
 
@@ -28,6 +33,7 @@ class TDropDownLabel;
 class TNQueryPanel : public QAbstractScrollArea, private TNQueryObserver, private TNModelObserver
 {
     Q_OBJECT
+    friend class TQueryRowView;
     Q_PROPERTY(int RowSpace READ RowSpace WRITE SetRowSpace)
     Q_PROPERTY(int TabSpace READ TabSpace WRITE SetTabSpace)
     Q_PROPERTY(int ElemSpace READ ElemSpace WRITE SetElemSpace)
@@ -67,7 +73,13 @@ public:
     QFont SubQueryFont() const { return FSubQueryFont; }
     void SetSubQueryFont(const QFont &value) { FSubQueryFont = value; }
     TSubQueryHint SubQueryHint() const { return FSubQueryHint; }
-    void SetSubQueryHint(TSubQueryHint value) { FSubQueryHint = value; }
+    void SetSubQueryHint(TSubQueryHint value);
+    // What a sub-query value's label says when hovered, as SubQueryHint asks:
+    // nothing, the sub-query as readable text, or its statement.
+    QString SubQueryHintText(const TFilterCond &condition, int index) const;
+    // Readies a panel that shows or edits a sub-query of this panel's query:
+    // this panel's model, SubQueryFont and SubQueryAppearance.
+    void SetUpSubQueryPanel(TNQueryPanel &panel) const;
     int RowSpace() const { return FRowSpace; }
     void SetRowSpace(int value) { SetLayoutValue(FRowSpace, value); }
     int TabSpace() const { return FTabSpace; }
@@ -186,6 +198,26 @@ public:
 
 
     // --- current row and keyboard ---------------------------------------------------
+    // Row numbers count the rows as shown, from 0 at the top (the root is -1
+    // while it is hidden).
+    // The bracket a new row goes into: the current row when it is a bracket,
+    // else its parent; the root without a current row.
+    TFilterBracket *GetCurrentBracket() const;
+    TFilterRow *GetRowByNum(int rowNum) const;
+    // Makes the row current with its first control and scrolls that into view.
+    void SetCurrentRowNum(int rowNum);
+    void IncCurRow();
+    void DecCurRow();
+    // Each moves the current row, which stays current, and is one user
+    // action; false when the row cannot move that way (or the panel is read
+    // only).
+    bool MoveCurRowUp();
+    bool MoveCurRowDown();
+    bool MoveCurRowLeft();
+    bool MoveCurRowRight();
+    // The panel's keyboard map; true when the key was the panel's. Keys go
+    // through it only while active and with aoAllowKeyboard.
+    bool KeyDown(int key, Qt::KeyboardModifiers modifiers);
 
     // (end of current row and keyboard)
 
@@ -195,10 +227,19 @@ public:
     QUndoStack *UndoStack() const;
     void Undo();
     void Redo();
-    // The current row with its sub-tree, as query text, to the clipboard.
+    // Both do nothing in read-only mode or without a step to go to. A query
+    // changed in code since the last step is not taken back: the history
+    // starts over from it.
+    // The current row with its sub-tree (the root: all rows), as query text,
+    // to the clipboard; allowed in read-only mode too.
     void CopyCurrentRow();
-    // Rows from query text on the clipboard, after the current row.
-    void PasteRows();
+    // Rows from query text on the clipboard, after the current row and its
+    // sub-tree in the same bracket (at the end when the root or no row is
+    // current); the first of them becomes current. Clipboard text that is
+    // not query text is refused: false, the query unchanged, the reason in
+    // PasteError().
+    bool PasteRows();
+    QString PasteError() const { return FPasteError; }
 
     // (end of undo, redo, copy and paste)
 
@@ -222,6 +263,7 @@ private:
     // TNModelObserver
     void ModelChanged(TNCustomDBStructure *model, const TModelChange &change) override;
     void ModelDestroyed(TNCustomDBStructure *model) override;
+    void EntityDeleting(TNCustomDBStructure *model, const TModelChange &entity) override;
 
     void NewViewport();
     void AttachQuery(TNQuery *query);
@@ -230,11 +272,18 @@ private:
     void SetLayoutValue(int &field, int value);
     void BuildViews(TFilterRow *top, bool strict);
     void DropViews(TFilterRow *top);
+    // A row's view (and its sub-tree's) built anew in place.
+    void RebuildRowView(TFilterRow *row);
     void Rebuild();
     void RebuildQuietly();
     void ScheduleLayout();
     void EnsureLayout() const;
     void UpdateScrollBars(int contentRight, int contentBottom);
+    // Puts up the widgets of the rows that meet the viewport and takes down
+    // those that no longer do.
+    void PlaceInView();
+    // The views of the rows in view (a row freed since the last layout is left out).
+    std::vector<const TQueryRowView *> ViewsInView() const;
     void PaintMissingMark(QPainter *painter, const TQueryRowView &view) const;
 
     // The change notification of one user action: the query's QueryChanged,
@@ -287,11 +336,51 @@ private:
 
 
     // current row and keyboard
+    bool event(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void focusInEvent(QFocusEvent *event) override;
+    // Before the current row (or a bracket holding it) is freed: the row
+    // after it becomes current, else the one before it.
+    void CurrentRowDestroyed(TFilterRow *removed);
+    // The row numbers the panel shows are the query's, less the hidden root.
+    int RootOffset() const;
+    // Whether a label of the panel is dropped or its editor has the focus:
+    // keys then belong to it.
+    bool LabelBusy() const;
+    bool HandlesKey(int key, Qt::KeyboardModifiers modifiers) const;
+    void MoveCurControl(bool forward);
+    void DropDownCurControl();
+    void InsertCondition();
+    void DeleteCurRow();
+    bool MoveCurRow(bool (TNQuery::*move)(TFilterRow *));
+    void ScrollToCurrent();
+    // Tells assistive technology which row (and label) now has the focus.
+    void AnnounceCurrent();
+    // Pops up the row menu (the main menu on the root) at the current row.
+    void PopupMenuForCurrentRow();
+    // A label that Enter dropped down has closed: the keyboard comes back
+    // to the panel, wherever hiding the label's list left it.
+    void KeyboardDropEnded(const TDropDownLabel *label);
+    QPointer<TDropDownLabel> FKeyboardDrop;
 
     // (end of current row and keyboard)
 
 
     // undo, redo, copy and paste
+    TQueryHistory &History();
+    // The query was replaced, or may have been reloaded in code.
+    void HistoryRestart();
+    void HistorySync();
+    void HistoryChangeEvent();
+    void Restore(const QStringList &text, const QStringList &from);
+    bool RestoreChangedRows(const QStringList &text, const QStringList &from);
+    void WatchForHistory();
+    std::unique_ptr<TQueryHistory> FHistory;
+    // Tells the history of every change of the query (after FHistory: it
+    // goes first).
+    std::unique_ptr<TNQueryObserver> FHistoryWatch;
+    QString FPasteError;
+    friend class TQueryHistoryTestAccess;
 
     // (end of undo, redo, copy and paste)
 
@@ -301,6 +390,29 @@ private:
     std::unique_ptr<TQPAppearance> FAppearance;
     std::unique_ptr<TQPAppearance> FSubQueryAppearance;
     std::unordered_map<const TFilterRow *, std::unique_ptr<TQueryRowView>> FViews;
+    // The shown rows in display order, as the last layout numbered them.
+    std::vector<TQueryRowView *> FOrder;
+    // The rows whose widgets are up.
+    std::vector<const TFilterRow *> FInView;
+    // A hidden widget holding the row views' bins.
+    std::unique_ptr<QWidget> FRowStore;
+    // What the model cannot resolve for a row ("field, operator"), as the
+    // query itself lists it, so that the panel and the command-line tool
+    // agree; empty when the row resolves. Listed once per change of the query.
+    QString MissingText(const TFilterRow *row) const;
+    mutable bool FMissingListed = false;
+    mutable QHash<const TFilterRow *, QString> FMissingByRow;
+    // What every row's placement shares, taken once per layout.
+    struct TPlacementBase
+    {
+        TRowPlacement placement;
+        QFontMetrics metrics{QFont()};
+    };
+    TPlacementBase FPlacementBase;
+    void TakePlacementBase();
+    // Counts layouts and scrolls: a row placed under an older count is placed
+    // again before anyone reads where it stands.
+    int FLayoutStamp = 0;
     std::unique_ptr<TDropDownLabel> FAddRowLabel;
     TFilterRow *FCurrentRow = nullptr;
 

@@ -69,9 +69,12 @@ public:
         QAccessible::State s;
         const TQueryRowView *view = View();
         s.invisible = !view || !view->Visible();
+        s.offscreen = view && !view->InView();
         s.disabled = !FRow || (view && !FRow->IsEffectivelyEnabled());
         s.selectable = true;
         s.selected = FPanel && FPanel->CurrentRow() == FRow;
+        s.focusable = true;
+        s.focused = s.selected && FPanel->hasFocus();
         return s;
     }
 
@@ -80,10 +83,10 @@ private:
     std::vector<TDropDownLabel *> Labels() const
     {
         std::vector<TDropDownLabel *> shown;
-        if (const TQueryRowView *view = View())
+        // A row scrolled out of view still reads whole.
+        if (const TQueryRowView *view = View(); view && view->Visible())
             for (TDropDownLabel *label : view->Controls())
-                if (!label->isHidden())
-                    shown.push_back(label);
+                shown.push_back(label);
         return shown;
     }
 
@@ -113,8 +116,6 @@ public:
         return -1;
     }
 
-private:
-    TNQueryPanel *Panel() const { return static_cast<TNQueryPanel *>(widget()); }
     QAccessibleInterface *RowInterface(const TFilterRow *row) const
     {
         auto found = FIds.find(row);
@@ -125,6 +126,9 @@ private:
         FIds[row] = QAccessible::registerAccessibleInterface(made);
         return made;
     }
+
+private:
+    TNQueryPanel *Panel() const { return static_cast<TNQueryPanel *>(widget()); }
 
     mutable std::unordered_map<const TFilterRow *, QAccessible::Id> FIds;
 };
@@ -137,6 +141,14 @@ QAccessibleInterface *Factory(const QString &className, QObject *object)
 }
 
 } // namespace
+
+QAccessibleInterface *QueryRowAccessible(TNQueryPanel *panel, const TFilterRow *row)
+{
+    auto *face = dynamic_cast<TQueryPanelAccessible *>(QAccessible::queryAccessibleInterface(panel));
+    if (!face || !row)
+        return nullptr;
+    return face->RowInterface(row);
+}
 
 void InstallQueryPanelAccessibility()
 {

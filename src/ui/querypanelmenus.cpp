@@ -559,6 +559,7 @@ void TNQueryPanel::WireLabel(TDropDownLabel *label, TLabelRole role)
         const QScopedValueRollback busy(FInControlHandler, true);
         if (TFilterRow *row = RowOfControl(label))
             AfterDropUpLabel(row, label, role, accepted);
+        KeyboardDropEnded(label);
     };
     if (role != lrValue1 && role != lrValue2)
         return;

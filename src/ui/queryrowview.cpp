@@ -15,6 +15,7 @@
 #include "model/valueeditors.h"
 
 #include <QCheckBox>
+#include <QFontMetrics>
 #include <QScrollBar>
 #include <QStyle>
 
@@ -30,9 +31,10 @@ const char *const LinkTitles[] = {"ttlAll", "ttlAny", "ttlNone", "ttlNotAll"};
 
 } // namespace
 
-TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTitles) : FPanel(panel), FRow(row)
+TQueryRowView::TQueryRowView(TNQueryPanel *panel, TFilterRow *row, bool strictTitles)
+    : FPanel(panel), FRow(row), FBin(std::make_unique<QWidget>(panel->FRowStore.get()))
 {
-    QWidget *host = panel->viewport();
+    QWidget *host = FBin.get();
     const TQPAppearance &look = panel->Appearance();
 
     FButton = std::make_unique<TNRndBtn>(host);
@@ -100,6 +102,7 @@ TQueryRowView::~TQueryRowView()
 
 void TQueryRowView::Abandon()
 {
+    (void)FBin.release();
     (void)FButton.release();
     for (auto &slot : FSlots)
         (void)slot.release();
@@ -114,7 +117,7 @@ TDropDownLabel *TQueryRowView::Slot(int index) const
 
 TDropDownLabel *TQueryRowView::MakeText(int slot, const QString &text)
 {
-    auto *label = new TDropDownLabel(FPanel->viewport());
+    auto *label = new TDropDownLabel(FBin.get());
     label->SetFixed(true);
     label->setFont(FPanel->font());
     label->SetCaption(text);
@@ -150,7 +153,7 @@ void TQueryRowView::BuildBracket(bool strictTitles)
     if (!before.isEmpty())
         MakeText(rsFirstLabel, before);
 
-    auto *selector = new TDropDownPopup(FPanel->viewport());
+    auto *selector = new TDropDownPopup(FBin.get());
     FSlots[rsSecondLabel].reset(selector);
     selector->setFont(FPanel->font());
     const TFilterLinkTypes types = FPanel->Appearance().LinkTypes();
@@ -185,21 +188,16 @@ void TQueryRowView::BuildSimpleCondition()
     const bool operatorKnown = model && cond->Operator() && cond->Operator() != model->UnrecognizedOperator();
     // A condition just added has no field yet: nothing is missing.
     const bool fresh = model && !cond->Field() && !cond->Operator();
-    QStringList missing;
-    if (!fieldKnown && !fresh)
-        missing << QStringLiteral("field");
-    if (!operatorKnown && !fresh)
-        missing << QStringLiteral("operator");
-    FMissing = missing.join(QStringLiteral(", "));
+    FMissing = fresh ? QString() : FPanel->MissingText(FRow);
     const QStringList texts = model ? cond->Labels() : QStringList{EmptyText, EmptyText};
 
     TDropDownLabel *field = nullptr;
     if (look.Has(TQPAppearance::aoPopupField)) {
-        auto *popup = new TDropDownPopup(FPanel->viewport());
+        auto *popup = new TDropDownPopup(FBin.get());
         popup->SetMaxItemCount(FPanel->MaxPopupItemCount());
         field = popup;
     } else {
-        field = new TDropDownListBox(FPanel->viewport());
+        field = new TDropDownListBox(FBin.get());
     }
     FSlots[rsFirstLabel].reset(field);
     field->setFont(FPanel->font());
@@ -222,7 +220,7 @@ void TQueryRowView::BuildSimpleCondition()
     ApplyColor(field, look.FieldColor());
     field->hide();
 
-    auto *op = new TDropDownPopup(FPanel->viewport());
+    auto *op = new TDropDownPopup(FBin.get());
     FSlots[rsSecondLabel].reset(op);
     op->setFont(FPanel->font());
     op->SetCaption(texts.value(1));
@@ -246,8 +244,8 @@ void TQueryRowView::BuildCustomCondition()
 {
     auto *cond = static_cast<TCustomCond *>(FRow);
     TNCustomDBStructure *model = FPanel->DBStruct();
+    FMissing = FPanel->MissingText(FRow);
     if (!model || !cond->Condition() || cond->Condition() == model->UnrecognizedCondition()) {
-        FMissing = QStringLiteral("condition");
         MakeText(rsFirstLabel, model ? cond->Labels().value(0) : EmptyText);
         return;
     }
@@ -271,7 +269,7 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
     const int count = std::min<int>(cond->GetValueCount(), texts.size() >= 3 ? 2 : int(texts.size()));
     for (int i = 1; i <= count; ++i) {
         const TValueLabelKind kind = ChooseValueLabel(ValueLabelChoice(*cond, i, look.Has(TQPAppearance::aoPopupValue)));
-        TDropDownLabel *label = MakeValueLabel(kind, FPanel->viewport());
+        TDropDownLabel *label = MakeValueLabel(kind, FBin.get());
         FSlots[std::size_t(i == 1 ? rsFirstValue : rsSecondValue)].reset(label);
         label->setFont(FPanel->font());
         label->SetCaption(texts.value(i == 1 ? 0 : 2));
@@ -280,6 +278,8 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
         if ((kind == vlkDate || kind == vlkTime) && !cond->GetValueIsParam(i) && !cond->GetValue(i).isEmpty())
             label->SetValue(cond->GetValue(i));
         FillListOnDrop(label, i);
+        if (kind == vlkSubQuery)
+            label->setToolTip(FPanel->SubQueryHintText(*cond, i));
         ApplyColor(label, look.ValueColor());
         label->hide();
     }
@@ -363,47 +363,70 @@ int TQueryRowView::FirstCurControl() const
 {
     const std::vector<TDropDownLabel *> controls = Controls();
     for (std::size_t i = 0; i < controls.size(); ++i)
-        if (!controls[i]->Fixed() && !controls[i]->isHidden())
+        if (!controls[i]->Fixed())
             return int(i);
     return -1;
+}
+
+// Text labels are skipped both ways: they drop nothing down.
+int TQueryRowView::NextCurControl() const
+{
+    const std::vector<TDropDownLabel *> controls = Controls();
+    for (int i = std::max(FCurrentControl + 1, 0); i < int(controls.size()); ++i)
+        if (!controls[std::size_t(i)]->Fixed() && !controls[std::size_t(i)]->isHidden())
+            return i;
+    return FCurrentControl;
+}
+
+int TQueryRowView::PrevCurControl() const
+{
+    const std::vector<TDropDownLabel *> controls = Controls();
+    for (int i = std::min(FCurrentControl, int(controls.size())) - 1; i >= 0; --i)
+        if (!controls[std::size_t(i)]->Fixed() && !controls[std::size_t(i)]->isHidden())
+            return i;
+    return FCurrentControl;
 }
 
 void TQueryRowView::SetRowNum(int rowNum, int depth, const QString &rowID)
 {
     FRowNum = rowNum;
     FDepth = depth;
-    if (FRowID != rowID) {
-        FRowID = rowID;
-        FButton->SetCaption(rowID.left(rowID.size() - 1));
+    FPlacedStamp = -1;
+    if (!FRow->Parent()) {
+        if (FButtonSize.isEmpty()) {
+            const QString caption = FPanel->Appearance().MainBtnCaption();
+            FButton->SetCaption(caption);
+            const int height = FPanel->RowHeight();
+            FButtonSize = QSize(caption.isEmpty() ? height : FButton->AutoSizeHint().width(), height);
+        }
+        return;
     }
-    PlaceRow();
+    // The button takes its caption when the row is placed; renumbering a
+    // long query touches no widget out of view.
+    if (FRowID != rowID || FButtonSize.isEmpty()) {
+        FRowID = rowID;
+        FCaptionStale = true;
+        const QFontMetrics &metrics = FPanel->FPlacementBase.metrics;
+        FButtonSize = QSize(metrics.horizontalAdvance(ButtonCaption()) + 10, metrics.height() + 1);
+    }
 }
 
-void TQueryRowView::PlaceRow()
+QString TQueryRowView::ButtonCaption() const
+{
+    return FRowID.left(FRowID.size() - 1);
+}
+
+TRowPlacement TQueryRowView::Placement(bool showsLogOp) const
 {
     const TQPAppearance &look = FPanel->Appearance();
     const bool root = FRow->Parent() == nullptr;
-    TRowPlacement p;
-    p.headerTop = FPanel->HeaderTop();
-    p.headerLeft = FPanel->HeaderLeft();
-    p.tabSpace = FPanel->TabSpace();
-    p.rowSpace = FPanel->RowSpace();
-    p.elemSpace = FPanel->ElemSpace();
+    TRowPlacement p = FPanel->FPlacementBase.placement;
     p.rowNum = FRowNum;
     p.depth = FDepth;
     p.root = root;
-    p.rowHeight = FPanel->RowHeight();
-    if (root) {
-        FButton->SetCaption(look.MainBtnCaption());
-        p.button = QSize(look.MainBtnCaption().isEmpty() ? p.rowHeight : FButton->AutoSizeHint().width(), p.rowHeight);
-    } else {
-        p.button = FButton->AutoSizeHint();
-    }
+    p.button = FButtonSize;
     p.hideButton = !root && look.Has(TQPAppearance::aoHideRowButtons);
-    const bool showLogOp = ShowsLogOp();
-    if (FLogOp)
-        FLogOp->setVisible(FVisible && showLogOp);
-    if (showLogOp) {
+    if (showsLogOp) {
         p.logOp = look.LogOpStyle() == losBeforeCond ? lopBefore : lopAfter;
         p.logOpWidth = FLogOp->width();
     }
@@ -411,11 +434,21 @@ void TQueryRowView::PlaceRow()
         p.slotWidths[std::size_t(i)] = FSlots[std::size_t(i)] ? FSlots[std::size_t(i)]->width() : -1;
     if (FRow->IsBracket() && !FSlots[rsFirstLabel])
         p.slotWidths[rsFirstLabel] = 0;
-    const int check = FPanel->style()->pixelMetric(QStyle::PM_IndicatorWidth);
-    p.checkBox = QSize(check, FPanel->style()->pixelMetric(QStyle::PM_IndicatorHeight));
+    return p;
+}
+
+void TQueryRowView::PlaceRow()
+{
+    const bool showLogOp = ShowsLogOp();
+    TRowPlacement p = Placement(showLogOp);
     p.scroll = QPoint(FPanel->horizontalScrollBar()->value(), FPanel->verticalScrollBar()->value());
-    p.rightToLeft = FPanel->layoutDirection() == Qt::RightToLeft;
-    p.clientWidth = FPanel->viewport()->width();
+    FPlacedStamp = FPanel->FLayoutStamp;
+    if (FCaptionStale) {
+        FCaptionStale = false;
+        FButton->SetCaption(ButtonCaption());
+    }
+    if (FLogOp)
+        FLogOp->setVisible(FVisible && FInView && showLogOp);
 
     const TRowGeometry g = PlaceRowGeometry(p);
     FButton->setGeometry(g.button);
@@ -429,36 +462,100 @@ void TQueryRowView::PlaceRow()
             FSlots[std::size_t(i)]->move(g.slotRects[std::size_t(i)].topLeft());
 }
 
+void TQueryRowView::EnsurePlaced() const
+{
+    if (FPlacedStamp != FPanel->FLayoutStamp && FRowNum >= 0)
+        const_cast<TQueryRowView *>(this)->PlaceRow();
+}
+
+int TQueryRowView::UnscrolledContentEdge(bool showsLogOp) const
+{
+    const TRowPlacement p = Placement(showsLogOp);
+    const TRowGeometry g = PlaceRowGeometry(p);
+    int edge = p.rightToLeft ? g.button.left() : g.button.right();
+    auto take = [&](const QRect &r) {
+        if (!r.isEmpty())
+            edge = p.rightToLeft ? std::min(edge, r.left()) : std::max(edge, r.right());
+    };
+    take(g.logOp);
+    for (const QRect &r : g.slotRects)
+        take(r);
+    return edge;
+}
+
 void TQueryRowView::SetVisible(bool value)
 {
-    const TQPAppearance &look = FPanel->Appearance();
-    const bool root = FRow->Parent() == nullptr;
-    FVisible = value;
-    if (FCheckBox)
-        FCheckBox->setVisible(value && look.Has(TQPAppearance::aoShowCheckBoxes) && !root);
-    FButton->setVisible(value && (!look.Has(TQPAppearance::aoHideRowButtons) || root));
-    if (value)
+    if (value && !FVisible)
         for (int slot : {rsFirstLabel, rsSecondLabel, rsFirstValue, rsSecondValue})
             if (FSlots[std::size_t(slot)] && !FSlots[std::size_t(slot)]->Fixed())
                 Highlight(FSlots[std::size_t(slot)].get());
+    FVisible = value;
+    ApplyVisibility();
+}
+
+void TQueryRowView::SetInView(bool value)
+{
+    if (FInView == value)
+        return;
+    FInView = value;
+    // Out of view the widgets wait in the row's own bin, so that the
+    // viewport holds a screenful of children and Qt's work per shown, moved
+    // or hidden child does not grow with the query.
+    QWidget *parent = value ? FPanel->viewport() : FBin.get();
+    auto take = [parent](QWidget *w) {
+        if (w && w->parentWidget() != parent)
+            w->setParent(parent);
+    };
+    take(FButton.get());
+    take(FCheckBox.get());
+    take(FLogOp.get());
+    for (auto &slot : FSlots)
+        take(slot.get());
+    ApplyVisibility();
+}
+
+void TQueryRowView::ApplyVisibility()
+{
+    const TQPAppearance &look = FPanel->Appearance();
+    const bool root = FRow->Parent() == nullptr;
+    const bool shown = FVisible && FInView;
+    if (FCheckBox)
+        FCheckBox->setVisible(shown && look.Has(TQPAppearance::aoShowCheckBoxes) && !root);
+    FButton->setVisible(shown && (!look.Has(TQPAppearance::aoHideRowButtons) || root));
     for (auto &slot : FSlots)
         if (slot)
-            slot->setVisible(value);
+            slot->setVisible(shown);
     if (FLogOp)
-        FLogOp->setVisible(value && ShowsLogOp());
+        FLogOp->setVisible(shown && ShowsLogOp());
 }
 
 QRect TQueryRowView::GetRowRect() const
 {
+    EnsurePlaced();
     return RowRect(FButton->geometry(), FPanel->viewport()->width());
 }
 
-int TQueryRowView::GetTop() const { return FButton->y(); }
-int TQueryRowView::GetHeight() const { return FButton->height(); }
-int TQueryRowView::GetLeft() const { return FButton->x(); }
+int TQueryRowView::GetTop() const
+{
+    EnsurePlaced();
+    return FButton->y();
+}
+
+int TQueryRowView::GetHeight() const
+{
+    EnsurePlaced();
+    return FButton->height();
+}
+
+int TQueryRowView::GetLeft() const
+{
+    EnsurePlaced();
+    return FButton->x();
+}
 
 int TQueryRowView::ContentEdge() const
 {
+    EnsurePlaced();
     const bool rtl = FPanel->layoutDirection() == Qt::RightToLeft;
     int edge = rtl ? FButton->geometry().left() : FButton->geometry().right();
     auto take = [&](const QWidget *w) {
@@ -466,7 +563,9 @@ int TQueryRowView::ContentEdge() const
             return;
         edge = rtl ? std::min(edge, w->geometry().left()) : std::max(edge, w->geometry().right());
     };
-    take(FLogOp.get());
+    // A logical operator the row does not show waits off the left edge.
+    if (ShowsLogOp())
+        take(FLogOp.get());
     for (const auto &slot : FSlots)
         take(slot.get());
     return edge;
@@ -489,9 +588,8 @@ QString TQueryRowView::Sentence() const
 {
     QStringList words;
     for (TDropDownLabel *label : Controls())
-        if (!label->isHidden() || !FVisible)
-            if (!label->Caption().isEmpty())
-                words << label->Caption();
+        if (!label->Caption().isEmpty())
+            words << label->Caption();
     return words.join(QLatin1Char(' '));
 }
 

@@ -6,6 +6,7 @@
 
 #include <QColor>
 #include <QRect>
+#include <QSize>
 #include <QString>
 
 #include <array>
@@ -56,15 +57,31 @@ public:
     TDropDownLabel *CurrentControl() const;
     // The first visible drop-down label, -1 when none.
     int FirstCurControl() const;
+    // The next (previous) visible drop-down label after (before) the current
+    // one; the current index when there is none.
+    int NextCurControl() const;
+    int PrevCurControl() const;
 
     int RowNum() const { return FRowNum; }
     int Depth() const { return FDepth; }
     QString RowID() const { return FRowID; }
-    // Numbers the row and places it at once.
+    // Numbers the row; it is placed when it comes into view or is asked
+    // where it stands.
     void SetRowNum(int rowNum, int depth, const QString &rowID);
     void PlaceRow();
+    // Places the row unless it already stands where the panel's last
+    // layout or scroll puts it.
+    void EnsurePlaced() const;
+    // Whether the row is shown (it may still be scrolled out of view).
     bool Visible() const { return FVisible; }
     void SetVisible(bool value);
+    // A shown row has widgets on screen only while it meets the viewport:
+    // scrolling then moves a screenful of widgets, not all of them.
+    bool InView() const { return FInView; }
+    void SetInView(bool value);
+    // ContentEdge as it would be unscrolled, without placing the row;
+    // `showsLogOp` as ShowsLogOp says (the caller walking the tree knows it).
+    int UnscrolledContentEdge(bool showsLogOp) const;
     QRect GetRowRect() const;
     int GetTop() const;
     int GetHeight() const;
@@ -90,9 +107,14 @@ private:
     void ApplyColor(QWidget *label, const QColor &color);
     void SetUnresolvedLook();
     void FillListOnDrop(TDropDownLabel *label, int index);
+    TRowPlacement Placement(bool showsLogOp) const;
+    QString ButtonCaption() const;
+    void ApplyVisibility();
 
     TNQueryPanel *FPanel;
     TFilterRow *FRow;
+    // Holds the widgets while the row is out of view (freed after them).
+    std::unique_ptr<QWidget> FBin;
     std::unique_ptr<TNRndBtn> FButton;
     std::array<std::unique_ptr<TDropDownLabel>, RowSlotCount> FSlots;
     std::unique_ptr<TDropDownPopup> FLogOp;
@@ -101,6 +123,10 @@ private:
     int FDepth = 0;
     QString FRowID;
     bool FVisible = false;
+    bool FInView = false;
+    QSize FButtonSize;
+    int FPlacedStamp = -1;
+    bool FCaptionStale = false;
     int FCurrentControl = -1;
     QString FMissing;
 };

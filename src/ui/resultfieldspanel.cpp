@@ -102,6 +102,7 @@ void TNResultFieldsPanel::SetResultFields(TRFieldList *value)
     FResultFields = value;
     if (FResultFields)
         FResultFields->AddObserver(this);
+    HistorySync(true);
     if (wasActive && FResultFields)
         Activate();
 }
@@ -427,6 +428,8 @@ void TNResultFieldsPanel::Changed()
 {
     if (OnChange && !FInsideEventHandler)
         OnChange(this);
+    if (!FInsideEventHandler)
+        History().Record();
 }
 
 void TNResultFieldsPanel::RowLabelAccepted(TResultFieldRow *row)
@@ -517,6 +520,8 @@ void TNResultFieldsPanel::RunGuarded(const std::function<void()> &action)
 
 void TNResultFieldsPanel::keyPressEvent(QKeyEvent *event)
 {
+    if (HistoryKey(event))
+        return;
     const bool ctrl = event->modifiers() & Qt::ControlModifier;
     const int count = FRows.Count();
     const int index = FCurrentRow ? FCurrentRow->RowIndex() : -1;
@@ -606,6 +611,7 @@ void TNResultFieldsPanel::FieldChanged(int index)
 
 void TNResultFieldsPanel::Reset()
 {
+    HistorySync(false);
     if (FRefreshing || !FActive)
         return;
     BuildRows();

@@ -5,6 +5,7 @@
 // it is given and follows changes made to that list in code.
 #include "model/dbstructure.h"
 #include "query/resultfieldobserver.h"
+#include "ui/queryhistory.h"
 #include "ui/resultfieldrow.h"
 #include "ui/rfpappearance.h"
 
@@ -14,6 +15,7 @@
 #include <QStringList>
 
 #include <functional>
+#include <memory>
 
 namespace vm20 {
 
@@ -92,6 +94,12 @@ public:
     void PlaceControl(QWidget *control, int x, int y) const;
     bool InsideEventHandler() const { return FInsideEventHandler; }
 
+    // Every change the panel reports (Changed) is one step over the list's
+    // columns; the host may show or drive the stack.
+    QUndoStack *UndoStack();
+    void Undo();
+    void Redo();
+
     TRFPanelChangeEvent OnChange;
     // When set, called instead of executing a menu; returns the chosen tag
     // (0 for none).
@@ -117,6 +125,9 @@ private:
     void UpdateScrollBars();
     void UpdateMenuCaptions();
     void RunGuarded(const std::function<void()> &action);
+    TQueryHistory &History();
+    void HistorySync(bool restart);
+    bool HistoryKey(QKeyEvent *event);
 
     TResultFieldRows FRows;
     QStringList FTitles;
@@ -131,6 +142,7 @@ private:
     TRFieldList *FResultFields = nullptr;
     QPointer<TNQuery> FQuery;
     bool FInsideEventHandler = false;
+    std::unique_ptr<TQueryHistory> FHistory;
 };
 
 } // namespace vm20

@@ -1,5 +1,8 @@
 #include "ui/rowgeometry.h"
 
+#include <algorithm>
+#include <ranges>
+
 namespace vm20 {
 
 int RowTop(int headerTop, int rowNum, int buttonHeight, int rowSpace)
@@ -76,6 +79,20 @@ TRowGeometry PlaceRowGeometry(const TRowPlacement &p)
     if (p.logOp == lopAfter)
         g.logOp = cursor.Place(p.logOpWidth, p.rowHeight);
     return g;
+}
+
+std::pair<int, int> RowsInView(int count, int headerTop, int buttonHeight, int rowSpace, int scrollY, int viewHeight)
+{
+    // Row tops grow with the display position: two binary searches.
+    const auto positions = std::views::iota(0, std::max(count, 0));
+    const auto first = std::ranges::partition_point(positions, [&](int i) {
+        return RowTop(headerTop, i, buttonHeight, rowSpace) + buttonHeight + 2 <= scrollY;
+    });
+    const auto last = std::ranges::partition_point(positions, [&](int i) {
+        return RowTop(headerTop, i, buttonHeight, rowSpace) - 2 < scrollY + viewHeight;
+    });
+    const int begin = int(first - positions.begin());
+    return {begin, std::max(begin, int(last - positions.begin()))};
 }
 
 QRect RowRect(const QRect &button, int panelWidth)

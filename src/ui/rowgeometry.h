@@ -7,6 +7,7 @@
 #include <QSize>
 
 #include <array>
+#include <utility>
 
 namespace vm20 {
 
@@ -64,6 +65,11 @@ int RowTop(int headerTop, int rowNum, int buttonHeight, int rowSpace);
 int RowLeft(int headerLeft, int tabSpace, int depth);
 
 TRowGeometry PlaceRowGeometry(const TRowPlacement &p);
+
+// The display positions [first, last) of the rows whose band meets a
+// viewport `viewHeight` high scrolled down by `scrollY`, out of `count` rows
+// standing one under the other from `headerTop`.
+std::pair<int, int> RowsInView(int count, int headerTop, int buttonHeight, int rowSpace, int scrollY, int viewHeight);
 
 // The band a row highlights: the panel's whole width, 2 pixels beyond the
 // button above and below.

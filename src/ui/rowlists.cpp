@@ -13,19 +13,31 @@ void FillFieldList(TDropDownList &label, const TNCustomDBStructure &model, bool 
                    const QString &separator)
 {
     label.ClearAll();
-    const bool rootFirst = model.RootFieldsFirst();
-    for (int pass = 0; pass < 2; ++pass) {
-        const bool roots = (pass == 0) == rootFirst;
-        for (int i = 0; i < model.GetFieldCount(); ++i) {
-            const TDSField *field = model.GetField(i);
-            if (field->OperatCount() == 0 || (field->Group() == nullptr) != roots)
-                continue;
-            const QString group = field->Group() ? field->Group()->GroupName() : QString();
-            const QString text = showGroupName && !group.isEmpty() ? group + separator + field->DisplayName()
-                                                                   : field->DisplayName();
-            label.AddItem(group, QString::number(field->ID()), text);
-        }
+    const auto add = [&](const TDSField *field, const QString &group) {
+        if (!field->UseInConditions() || field->OperatCount() == 0)
+            return;
+        const QString text = showGroupName && !group.isEmpty() ? group + separator + field->DisplayName()
+                                                               : field->DisplayName();
+        label.AddItem(group, QString::number(field->ID()), text);
+    };
+    const auto addRoots = [&] {
+        for (const TDSField *field : model.RootGroup().Fields())
+            if (field && !field->Group())
+                add(field, QString());
+    };
+    // Each group in the model's order of groups, its fields in its own order:
+    // one sub-menu per group, however the fields were added.
+    if (model.RootFieldsFirst())
+        addRoots();
+    const TDSFieldGroupList &groups = model.FieldGroups();
+    for (int g = 0; g < groups.Count(); ++g) {
+        const TDSFieldGroup *group = groups.Items(g);
+        for (const TDSField *field : group->Fields())
+            if (field && field->Group() == group)
+                add(field, group->GroupName());
     }
+    if (!model.RootFieldsFirst())
+        addRoots();
 }
 
 void FillOperatorList(TDropDownList &label, const TDSField &field)
