@@ -4,6 +4,7 @@
 #include "shots.h"
 
 #include "model/dbstructure.h"
+#include "providers/sqldbinfo.h"
 #include "query/filtercond.h"
 #include "query/query.h"
 #include "query/resultfield.h"
@@ -11,6 +12,7 @@
 #include "ui/querypanel.h"
 #include "ui/resultfieldspanel.h"
 
+#include <QFileInfo>
 #include <QFontDatabase>
 #include <QLabel>
 #include <QPlainTextEdit>
@@ -47,6 +49,22 @@ QWidget *Titled(const QString &title, QWidget *pane)
     return box;
 }
 
+// The sample database, read-only, answers the list editors' queries (the
+// customers' countries, ...); without it those lists report the missing
+// provider when dropped.
+std::shared_ptr<TNSqlDBInfo> SampleDatabase()
+{
+    const QString file = QStringLiteral(VM20_SAMPLE_DB);
+    if (!QFileInfo::exists(file))
+        return nullptr;
+    const QString name = QStringLiteral("vm20-gallery-sample");
+    QSqlDatabase db = QSqlDatabase::contains(name) ? QSqlDatabase::database(name, false)
+                                                   : QSqlDatabase::addDatabase(QStringLiteral("QSQLITE"), name);
+    db.setDatabaseName(file);
+    db.setConnectOptions(QStringLiteral("QSQLITE_OPEN_READONLY"));
+    return std::make_shared<TNSqlDBInfo>(name);
+}
+
 QString BuiltSQL(TNQuery &query)
 {
     try {
@@ -69,6 +87,9 @@ QString QueryText(TNQuery &query)
 GalleryShot InteractivePage(bool empty)
 {
     std::shared_ptr<TNDBStructure> model = SampleModel();
+    std::shared_ptr<TNSqlDBInfo> database = SampleDatabase();
+    if (database)
+        model->SetDatabaseInfo(database.get());
     auto page = std::make_unique<QWidget>();
     page->setWindowTitle(QStringLiteral("vm20 gallery: live query"));
     auto *layout = new QVBoxLayout(page.get());
@@ -125,7 +146,7 @@ GalleryShot InteractivePage(bool empty)
 
     // The model goes only after every widget on it: the page's children are
     // deleted before its destroyed() signal is raised.
-    QObject::connect(page.get(), &QObject::destroyed, [model] {});
+    QObject::connect(page.get(), &QObject::destroyed, [model, database] {});
 
     GalleryShot shot;
     shot.widget = std::move(page);
