@@ -272,10 +272,16 @@ void TQueryRowView::BuildValues(int firstSlot, const QStringList &texts)
         TDropDownLabel *label = MakeValueLabel(kind, FBin.get());
         FSlots[std::size_t(i == 1 ? rsFirstValue : rsSecondValue)].reset(label);
         label->setFont(FPanel->font());
+        // The label holds the condition's value, so that its editor or list
+        // opens on it and accepting it unchanged changes nothing; it shows
+        // the query's caption, except that a date or time label shows its day
+        // count as the locale's text. A parameter keeps its name.
+        const bool constant = !cond->GetValueIsParam(i) && !cond->GetValue(i).isEmpty() && kind != vlkSubQuery;
+        const bool dated = kind == vlkDate || kind == vlkTime;
+        if (constant && !dated)
+            label->SetValue(cond->GetValue(i));
         label->SetCaption(texts.value(i == 1 ? 0 : 2));
-        // A date or time label shows its day count as the locale's text; a
-        // parameter keeps its name.
-        if ((kind == vlkDate || kind == vlkTime) && !cond->GetValueIsParam(i) && !cond->GetValue(i).isEmpty())
+        if (constant && dated)
             label->SetValue(cond->GetValue(i));
         FillListOnDrop(label, i);
         if (kind == vlkSubQuery)
