@@ -60,24 +60,5 @@ TEST(TNCustomDBStructureBadText, RaisesTheLibrarysErrorAndLeavesANewModel)
     }
 }
 
-TEST(TNCustomDBStructureBadText, ArbitraryLinesLoadAsAnEmptyModelOrFailCleanly)
-{
-    const QStringList texts[] = {
-        {},
-        {"[Main]"},
-        {"[Main]", "OperatCount=0", "=", "[", "]", "[]", "[Operator:1"},
-        {"[Main]", "TableCount=1", "[Table:1]", "Links=Table1", "[Link:Table1-Table1]", "FldName1=\"a",
-         "Operators=\"\"\"\""},
-    };
-    for (const QStringList &text : texts) {
-        TNCustomDBStructure model;
-        try {
-            model.LoadFromStrings(text);
-        } catch (const Exception &) {
-        }
-        EXPECT_NO_THROW(model.LoadFromStrings(Saved(model)));
-    }
-}
-
 } // namespace
 } // namespace vm20

@@ -1,5 +1,4 @@
 #include "common/printers.h"
-#include "model/errors.h"
 #include "model/fieldtype.h"
 #include "model/messages.h"
 #include "model/sqlformats.h"
@@ -43,14 +42,6 @@ TEST(MessageTable, HoldsFortySevenTextsWithOneGap)
         EXPECT_EQ(LoadMessage(row.id), row.expected);
         EXPECT_EQ(MessageIdentifier(row.id), row.identifier);
     }
-}
-
-TEST(ENVellumError, FormatsItsArgumentsAndKeepsTheCode)
-{
-    const ENDBStructError error(10, SDBSECantFindFieldInTbl, {"Name", "Orders"});
-    const ENVellumError &base = error;
-    EXPECT_EQ(base.ErrorCode(), 10);
-    EXPECT_STREQ(error.what(), "Can not find field \"Name\" in table \"Orders\"");
 }
 
 TEST(TSQLFormats, QuoteDateAndQuoteBoolAreViewsOfQuotedTypes)

@@ -82,31 +82,5 @@ TEST(TNSQLParserFailureTest, ReportsABadOrderByPositionAsARuntimeErrorNotAParser
     EXPECT_THROW(parser.Parse(), EConvertError) << "too large for a position";
 }
 
-// Every prefix of these statements must end in a result or a parser error:
-// nothing else may escape, and nothing may hang or crash.
-TEST(TNSQLParserFailureTest, SurvivesAStatementCutAtEveryCharacter)
-{
-    const QStringList statements = {
-        "SELECT DISTINCT c.Name AS \"Customer Name\", count(o.id) AS n FROM Customers c",
-        "select * from ((A inner join B b on A.id = b.aid) left outer join \"C\".\"D\" d on (b.x = d.x))",
-        "select a from t where not (a = 1 or b like \"J%\") and c is not null and d between 1 and 2",
-        "select a from t where id in (select id from u where u.x in (1, 2)) or e <> 'it''s'",
-        "select a, b from t group by a, f(b) order by 2 desc, 1",
-        "select * from t order by b desc, t.\"c\" asc -- done\n/* comment */",
-    };
-    for (const QString &sql : statements) {
-        for (int cut = 0; cut <= sql.size(); ++cut) {
-            TNSQLParser parser;
-            parser.SetSQL(sql.left(cut).split(QLatin1Char('\n')));
-            try {
-                parser.Parse();
-            } catch (const ESQLParserError &) {
-            } catch (const std::exception &e) {
-                ADD_FAILURE() << "unexpected " << e.what() << " for: " << sql.left(cut).toStdString();
-            }
-        }
-    }
-}
-
 } // namespace
 } // namespace vm20

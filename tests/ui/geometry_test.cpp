@@ -5,17 +5,6 @@
 namespace vm20 {
 namespace {
 
-TEST(PopupColumns, MaxItemCountCutsEveryTenthItem)
-{
-    const std::vector<bool> values(25, false);
-    const std::vector<bool> breaks = MaxItemCountBreaks(values, 10);
-    std::vector<int> at;
-    for (std::size_t i = 0; i < breaks.size(); ++i)
-        if (breaks[i])
-            at.push_back(int(i));
-    EXPECT_EQ(ColumnLengths(25, at), (std::vector<int>{10, 10, 5}));
-}
-
 TEST(PopupColumns, FitToScreenSplitsByScreenRows)
 {
     struct Row { int line; int count; int perColumn; TNPopupSplitType type; std::vector<int> lengths; const char *why; };

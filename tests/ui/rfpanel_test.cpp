@@ -9,6 +9,8 @@
 #include "ui/rfrowgeometry.h"
 #include "uitest.h"
 
+#include "common/raises.h"
+
 #include <gmock/gmock.h>
 
 #include "ui/menuview.h"
@@ -25,14 +27,7 @@ namespace {
 TEST(RFRowGeometry, PlacesButtonsAndAddRowLabel)
 {
     const TRFRowSpacing spacing;   // 5, 5, 3, 5
-    struct Case
-    {
-        int line;
-        int row, textHeight;
-        QPoint scroll;
-        QRect expected;
-        const char *why;
-    } cases[] = {
+    struct Case { int line; int row, textHeight; QPoint scroll; QRect expected; const char *why; } cases[] = {
         {__LINE__, 2, 13, {}, QRect(5, 39, 20, 14), "third row below two 14-pixel rows and gaps"},
         {__LINE__, 0, 13, {}, QRect(5, 5, 20, 14), "first row at the margins"},
         {__LINE__, 2, 13, {3, 10}, QRect(2, 29, 20, 14), "scrolling shifts the row back"},
@@ -47,12 +42,7 @@ TEST(RFRowGeometry, PlacesButtonsAndAddRowLabel)
 
 TEST(RFRowGeometry, SplitsFormulaAtFirstPlaceholder)
 {
-    struct Case
-    {
-        int line;
-        QString formula, leading, trailing;
-        bool hasField;
-    } cases[] = {
+    struct Case { int line; QString formula, leading, trailing; bool hasField; } cases[] = {
         {__LINE__, "sum(@1)", "sum(", ")", true},
         {__LINE__, "@1", "", "", true},
         {__LINE__, "@1 + @1", "", " + @1", true},
@@ -285,24 +275,10 @@ TEST_F(RFPanelTest, MissingOrEmptyModelIsReported)
     TRFieldList list;
     TNResultFieldsPanel bare;
     bare.SetResultFields(&list);
-    EXPECT_THROW(
-        {
-            try {
-                bare.Activate();
-            } catch (const ERFPanelError &e) {
-                EXPECT_EQ(e.Message(), "DBStructure is not specified");
-                throw;
-            }
-        },
-        ERFPanelError);
+    EXPECT_EQ(Raised<ERFPanelError>([&] { bare.Activate(); }), "DBStructure is not specified");
     TNDBStructure empty;
     bare.SetDBStruct(&empty);
-    try {
-        bare.AddEmptyRow();
-        ADD_FAILURE() << "no error on an empty model";
-    } catch (const ERFPanelError &e) {
-        EXPECT_EQ(e.Message(), "Structure is empty");
-    }
+    EXPECT_EQ(Raised<ERFPanelError>([&] { bare.AddEmptyRow(); }), "Structure is empty");
     EXPECT_EQ(list.Count(), 0);
 }
 
@@ -318,13 +294,7 @@ TEST_F(RFPanelTest, ColumnsTheModelCannotShowAreMarkedNotDropped)
     gone->SetCaption(QStringLiteral("Gone"));
     ASSERT_EQ(panel->RowCount(), 3);
 
-    struct Case
-    {
-        int line;
-        int row;
-        QString missing, sentence;
-        const char *why;
-    } cases[] = {
+    struct Case { int line; int row; QString missing, sentence; const char *why; } cases[] = {
         {__LINE__, 0, "Ghost", "1 SUM( Ghost ) Not Sorted", "a field of another model, inside its formula"},
         {__LINE__, 1, "", "2 COUNT(*) Not Sorted", "no field at all: the whole formula is text"},
         {__LINE__, 2, "Gone", "3 Gone Not Sorted", "a field the model never had"},
@@ -352,13 +322,7 @@ TEST_F(RFPanelTest, ColumnsTheModelCannotShowAreMarkedNotDropped)
 
 TEST_F(RFPanelTest, ListChangedInCodeWhileALabelIsDropped)
 {
-    struct Case
-    {
-        int line;
-        std::function<void()> change;
-        int rowsLeft;
-        const char *why;
-    } cases[] = {
+    struct Case { int line; std::function<void()> change; int rowsLeft; const char *why; } cases[] = {
         {__LINE__, [this] { query.RFields().Delete(0); }, 1, "the dropped row's column goes"},
         {__LINE__, [this] { query.RFields().Clear(); }, 0, "every column goes"},
         {__LINE__, [this] { query.RFields().Move(0, 1); }, 2, "the dropped row moves"},
