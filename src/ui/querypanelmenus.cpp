@@ -379,10 +379,12 @@ void TNQueryPanel::ValueMenuItemClick(int tag)
 
 // --- mouse ---------------------------------------------------------------------------------
 
+// Clicks come from rows; an inactive panel shows none (a host may still
+// call these, and gets what the rows it does not see would offer: nothing).
 void TNQueryPanel::MainButtonClick()
 {
     TNCustomDBStructure *model = DBStruct();
-    if (!model)
+    if (!model || !FActive)
         return;
     bool anyOperator = false;
     for (int i = 0; i < model->GetFieldCount() && !anyOperator; ++i)
@@ -408,6 +410,8 @@ void TNQueryPanel::RowButtonClick(TFilterRow *row)
 
 void TNQueryPanel::AddRowLabelMouseDown(Qt::MouseButton button)
 {
+    if (!FActive)
+        return;
     if (button == Qt::LeftButton) {
         ProcessAddRowClick(nullptr);
     } else if (button == Qt::RightButton) {
