@@ -515,6 +515,9 @@ TNQueryPanel::TLabelRole TNQueryPanel::RoleOf(const TQueryRowView *view, const T
 void TNQueryPanel::WireRowView(TQueryRowView *view)
 {
     TNRndBtn *button = view->Button();
+    // The root's button shows no number: it is read by what it opens.
+    if (!view->Row()->Parent())
+        button->setAccessibleName(QStringLiteral("Query menu"));
     button->OnClick = [this, button](QObject *) {
         const QScopedValueRollback busy(FInControlHandler, true);
         TFilterRow *row = RowOfControl(button);
@@ -526,6 +529,10 @@ void TNQueryPanel::WireRowView(TQueryRowView *view)
             MainButtonClick();
     };
     if (QCheckBox *box = view->CheckBox()) {
+        // Read as the menu entry that does the same, without its mnemonic.
+        QString name = GetTitle(QStringLiteral("ttlEnableDisable"));
+        name.replace(QLatin1String("&&"), QLatin1String("\x01")).remove(QLatin1Char('&')).replace(QLatin1Char('\x01'), QLatin1Char('&'));
+        box->setAccessibleName(name);
         if (FReadOnly)
             box->setEnabled(false);
         connect(box, &QCheckBox::toggled, this, [this, box](bool on) {

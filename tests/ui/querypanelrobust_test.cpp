@@ -322,5 +322,131 @@ TEST_F(QueryPanelRobust, AModelClearedUnderAnOpenMenuLeavesAConsistentQuery)
     }
 }
 
+// What the viewport is asked to repaint, between two event-loop turns.
+class TPaintSpy : public QObject
+{
+public:
+    explicit TPaintSpy(QWidget *port) { port->installEventFilter(this); }
+    QRegion painted;
+
+protected:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent *>(event)->region();
+        return false;
+    }
+};
+
+TEST_F(QueryPanelRobust, SteppingToAnotherRowRepaintsTheTwoRowsOnly)
+{
+    panel->SetCurrentRow(city);
+    QCoreApplication::processEvents();
+    TPaintSpy spy(panel->viewport());
+    panel->SetCurrentRow(code);
+    QCoreApplication::processEvents();
+    const QRect from = panel->RowView(city)->GetRowRect();
+    const QRect to = panel->RowView(code)->GetRowRect();
+    EXPECT_TRUE(spy.painted.contains(from) && spy.painted.contains(to));
+    EXPECT_FALSE(spy.painted.intersects(panel->RowView(discount)->GetRowRect())) << "a row between stays as it is";
+}
+
+// After a move the highlight stands at the row's new place only.
+TEST_F(QueryPanelRobust, AMovedRowLeavesNoHighlightBehind)
+{
+    const QColor active(255, 255, 0);
+    panel->Appearance().SetActiveRowColor(active);
+    struct Row { int line; Qt::Key key; const char *why; };
+    const Row rows[] = {
+        {__LINE__, Qt::Key_Down, "down past a bracket"},
+        {__LINE__, Qt::Key_Right, "into a new bracket"},
+        {__LINE__, Qt::Key_Up, "up from the bottom"},
+        {__LINE__, Qt::Key_Left, "out of a bracket"},
+    };
+    for (const Row &r : rows) {
+        SCOPED_TRACE(::testing::Message() << "line " << r.line << ": " << r.why);
+        BuildTree();
+        TFilterRow *row = r.key == Qt::Key_Up ? static_cast<TFilterRow *>(code)
+                          : r.key == Qt::Key_Left ? static_cast<TFilterRow *>(discount)
+                                                  : static_cast<TFilterRow *>(city);
+        panel->SetCurrentRow(row);
+        const QRect before = panel->RowView(row)->GetRowRect();
+        Key(r.key, Ctrl);
+        ASSERT_EQ(changes, 1);
+        ASSERT_EQ(panel->CurrentRow(), row);
+        QImage image(panel->viewport()->size(), QImage::Format_ARGB32);
+        image.fill(Qt::white);
+        QPainter painter(&image);
+        panel->draw(&painter, image.rect());
+        painter.end();
+        const QRect after = panel->RowView(row)->GetRowRect();
+        ASSERT_NE(before.top(), after.top());
+        EXPECT_EQ(image.pixelColor(after.right() - 1, after.center().y()), active);
+        EXPECT_NE(image.pixelColor(before.right() - 1, before.center().y()), active) << "the old place";
+    }
+}
+
+TEST_F(QueryPanelRobust, UndoTakesBackATypedValueInOneStepAndAMoveWithItsCurrentRow)
+{
+    auto *edit = qobject_cast<TDropDownEdit *>(panel->RowView(city)->Slot(rsFirstValue));
+    ASSERT_NE(edit, nullptr);
+    edit->DropDown();
+    QTest::keyClicks(edit->EditControl(), QStringLiteral("Rome"));
+    Key(Qt::Key_Return);
+    ASSERT_EQ(city->GetValue(1), QStringLiteral("Rome"));
+    EXPECT_EQ(panel->UndoStack()->count(), 1) << "four keys typed, one step";
+
+    panel->setFocus();
+    panel->SetCurrentRow(city);
+    Key(Qt::Key_Down, Ctrl);
+    ASSERT_EQ(Shape(q->Filter()), QStringLiteral("[Discount Weight] City Code"));
+    panel->SetCurrentRow(q->Filter()->GetRow(0));
+    Key(Qt::Key_Z, Ctrl);
+    EXPECT_EQ(Shape(q->Filter()), QStringLiteral("City [Discount Weight] Code"));
+    const auto *current = dynamic_cast<const TSimpleCond *>(panel->CurrentRow());
+    ASSERT_NE(current, nullptr);
+    EXPECT_EQ(current->Field(), shop.custCity) << "the moved row is current again";
+    Key(Qt::Key_Z, Ctrl);
+    EXPECT_EQ(static_cast<TFilterCond *>(q->Filter()->GetRow(0))->GetValue(1), QString());
+    EXPECT_EQ(changes, 4) << "two actions, two undos";
+}
+
+// Assistive tools reach every control of a row through the panel: its
+// button and its labels, and the add-row label after the rows.
+TEST_F(QueryPanelRobust, AssistiveToolsReachTheButtonsAndTheAddRowLabel)
+{
+    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel);
+    ASSERT_NE(face, nullptr);
+    const int rows = int(panel->DisplayRows().size());
+    ASSERT_EQ(face->childCount(), rows + 1);
+    QAccessibleInterface *add = face->child(rows);
+    ASSERT_NE(add, nullptr);
+    EXPECT_EQ(add->object(), panel->AddRowLabel());
+    EXPECT_EQ(add->text(QAccessible::Name), panel->AddRowLabel()->Caption());
+    EXPECT_EQ(face->indexOfChild(add), rows);
+
+    QAccessibleInterface *cityItem = face->child(1);
+    ASSERT_NE(cityItem, nullptr);
+    QAccessibleInterface *button = cityItem->child(0);
+    ASSERT_NE(button, nullptr);
+    EXPECT_EQ(button->object(), panel->RowView(city)->Button());
+    EXPECT_EQ(button->role(), QAccessible::Button);
+    EXPECT_FALSE(button->text(QAccessible::Name).isEmpty());
+    EXPECT_EQ(cityItem->indexOfChild(button), 0);
+    QAccessibleInterface *root = face->child(0)->child(0);
+    ASSERT_NE(root, nullptr);
+    EXPECT_FALSE(root->text(QAccessible::Name).isEmpty()) << "the root's button has no number to read";
+
+    for (QMenu *menu : {panel->MainPopup(), panel->RowPopup()})
+        for (QAction *action : menu->actions()) {
+            if (action->isSeparator())
+                continue;
+            QAccessibleInterface *item = QAccessible::queryAccessibleInterface(menu)->child(int(menu->actions().indexOf(action)));
+            ASSERT_NE(item, nullptr);
+            EXPECT_FALSE(item->text(QAccessible::Name).contains(QLatin1Char('&'))) << action->text().toStdString();
+            EXPECT_FALSE(item->text(QAccessible::Name).isEmpty());
+        }
+}
+
 } // namespace
 } // namespace vm20
