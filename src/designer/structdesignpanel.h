@@ -155,7 +155,7 @@ public:
     void DoAddLinkFinish();
 
     // --- called by the table windows and the design area ---------------------------------------
-    void DrawLinks(QPainter *painter, const QRect &clip) const;
+    void DrawLinks(QPainter *painter, const QRegion &clip) const;
     void TableRepGeometryChanged(TTableRep *rep);
     void TableHovered(TTableRep *rep);
     void AreaMousePress(QPoint pos, Qt::MouseButton button);
