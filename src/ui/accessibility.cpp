@@ -21,7 +21,8 @@ public:
 
     QString text(QAccessible::Text t) const override
     {
-        if (t == QAccessible::Name)
+        // A button without a caption reads by the name its owner gave it.
+        if (t == QAccessible::Name && !Button()->Caption().isEmpty())
             return Button()->Caption();
         return QAccessibleWidget::text(t);
     }

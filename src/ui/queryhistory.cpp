@@ -84,22 +84,31 @@ void TQueryHistory::Changed()
 
 void TQueryHistory::Restart()
 {
+    RestartFrom(FAccess.Save());
+}
+
+// A large query's text takes a while to write: it is written once per check.
+void TQueryHistory::RestartFrom(QStringList state)
+{
     FStack->clear();
-    FState = FAccess.Save();
+    FState = std::move(state);
     FPosition = FAccess.Current();
 }
 
 void TQueryHistory::Sync()
 {
-    if (!FRestoring && FAccess.Save() != FState)
-        Restart();
+    if (FRestoring)
+        return;
+    if (QStringList now = FAccess.Save(); now != FState)
+        RestartFrom(std::move(now));
 }
 
 bool TQueryHistory::StillCurrent()
 {
-    if (FAccess.Save() == FState)
+    QStringList now = FAccess.Save();
+    if (now == FState)
         return true;
-    Restart();
+    RestartFrom(std::move(now));
     return false;
 }
 

@@ -57,6 +57,7 @@ public:
 private:
     class TStep;
     void Apply(const QStringList &text, int position);
+    void RestartFrom(QStringList state);
     bool StillCurrent();
 
     TAccess FAccess;

@@ -339,11 +339,19 @@ void TNQueryPanel::SetCurrentRow(TFilterRow *row)
         row = nullptr;
     if (FCurrentRow == row)
         return;
+    TFilterRow *old = FCurrentRow;
     FCurrentRow = row;
     if (TQueryRowView *view = row ? RowView(row) : nullptr)
         if (view->CurrentControlIndex() < 0)
             view->SetCurrentControlIndex(view->FirstCurControl());
-    viewport()->update();
+    // Stepping from row to row repaints the two bands only; a layout still
+    // to come repaints everything anyway.
+    if (old && row && FViews.count(old) && !FLayoutPending && !FQuery->Destroying()) {
+        RefreshRow(old);
+        RefreshRow(row);
+    } else {
+        viewport()->update();
+    }
     AnnounceCurrent();
 }
 

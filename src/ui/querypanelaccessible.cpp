@@ -2,8 +2,10 @@
 
 #include "ui/dropdownlabel.h"
 #include "ui/querypanel.h"
+#include "ui/rndbtn.h"
 
 #include <QAccessibleWidget>
+#include <QCheckBox>
 #include <QPointer>
 
 namespace vm20 {
@@ -28,18 +30,19 @@ public:
                 return c;
         return nullptr;
     }
-    int childCount() const override { return int(Labels().size()); }
+    int childCount() const override { return int(Controls().size()); }
     QAccessibleInterface *child(int index) const override
     {
-        const std::vector<TDropDownLabel *> labels = Labels();
-        return index >= 0 && index < int(labels.size()) ? QAccessible::queryAccessibleInterface(labels[std::size_t(index)])
-                                                         : nullptr;
+        const std::vector<QWidget *> controls = Controls();
+        return index >= 0 && index < int(controls.size())
+                   ? QAccessible::queryAccessibleInterface(controls[std::size_t(index)])
+                   : nullptr;
     }
     int indexOfChild(const QAccessibleInterface *child) const override
     {
-        const std::vector<TDropDownLabel *> labels = Labels();
-        for (std::size_t i = 0; i < labels.size(); ++i)
-            if (child && child->object() == labels[i])
+        const std::vector<QWidget *> controls = Controls();
+        for (std::size_t i = 0; i < controls.size(); ++i)
+            if (child && child->object() == controls[i])
                 return int(i);
         return -1;
     }
@@ -80,13 +83,21 @@ public:
 
 private:
     const TQueryRowView *View() const { return FPanel ? FPanel->RowView(FRow) : nullptr; }
-    std::vector<TDropDownLabel *> Labels() const
+    // The row's button (its menu), check box and labels, as drawn. A row
+    // scrolled out of view still reads whole.
+    std::vector<QWidget *> Controls() const
     {
-        std::vector<TDropDownLabel *> shown;
-        // A row scrolled out of view still reads whole.
-        if (const TQueryRowView *view = View(); view && view->Visible())
-            for (TDropDownLabel *label : view->Controls())
-                shown.push_back(label);
+        std::vector<QWidget *> shown;
+        const TQueryRowView *view = View();
+        if (!view || !view->Visible())
+            return shown;
+        const TQPAppearance &look = FPanel->Appearance();
+        if (!FRow->Parent() || !look.Has(TQPAppearance::aoHideRowButtons))
+            shown.push_back(view->Button());
+        if (view->CheckBox() && look.Has(TQPAppearance::aoShowCheckBoxes))
+            shown.push_back(view->CheckBox());
+        for (TDropDownLabel *label : view->Controls())
+            shown.push_back(label);
         return shown;
     }
 
@@ -99,10 +110,13 @@ class TQueryPanelAccessible : public QAccessibleWidget
 public:
     explicit TQueryPanelAccessible(TNQueryPanel *panel) : QAccessibleWidget(panel, QAccessible::List) {}
 
-    int childCount() const override { return int(Panel()->DisplayRows().size()); }
+    // The rows, then the add-row label when it shows.
+    int childCount() const override { return int(Panel()->DisplayRows().size()) + (AddRow() ? 1 : 0); }
     QAccessibleInterface *child(int index) const override
     {
         const std::vector<TFilterRow *> rows = Panel()->DisplayRows();
+        if (index == int(rows.size()) && AddRow())
+            return QAccessible::queryAccessibleInterface(AddRow());
         if (index < 0 || index >= int(rows.size()))
             return nullptr;
         return RowInterface(rows[std::size_t(index)]);
@@ -110,6 +124,8 @@ public:
     int indexOfChild(const QAccessibleInterface *child) const override
     {
         const std::vector<TFilterRow *> rows = Panel()->DisplayRows();
+        if (child && AddRow() && child->object() == AddRow())
+            return int(rows.size());
         for (std::size_t i = 0; i < rows.size(); ++i)
             if (RowInterface(rows[i]) == child)
                 return int(i);
@@ -129,6 +145,11 @@ public:
 
 private:
     TNQueryPanel *Panel() const { return static_cast<TNQueryPanel *>(widget()); }
+    TDropDownLabel *AddRow() const
+    {
+        TDropDownLabel *label = Panel()->AddRowLabel();
+        return label && label->isVisibleTo(Panel()) ? label : nullptr;
+    }
 
     mutable std::unordered_map<const TFilterRow *, QAccessible::Id> FIds;
 };

@@ -379,10 +379,12 @@ void TNQueryPanel::ValueMenuItemClick(int tag)
 
 // --- mouse ---------------------------------------------------------------------------------
 
+// Clicks come from rows; an inactive panel shows none (a host may still
+// call these, and gets what the rows it does not see would offer: nothing).
 void TNQueryPanel::MainButtonClick()
 {
     TNCustomDBStructure *model = DBStruct();
-    if (!model)
+    if (!model || !FActive)
         return;
     bool anyOperator = false;
     for (int i = 0; i < model->GetFieldCount() && !anyOperator; ++i)
@@ -408,6 +410,8 @@ void TNQueryPanel::RowButtonClick(TFilterRow *row)
 
 void TNQueryPanel::AddRowLabelMouseDown(Qt::MouseButton button)
 {
+    if (!FActive)
+        return;
     if (button == Qt::LeftButton) {
         ProcessAddRowClick(nullptr);
     } else if (button == Qt::RightButton) {
@@ -511,6 +515,9 @@ TNQueryPanel::TLabelRole TNQueryPanel::RoleOf(const TQueryRowView *view, const T
 void TNQueryPanel::WireRowView(TQueryRowView *view)
 {
     TNRndBtn *button = view->Button();
+    // The root's button shows no number: it is read by what it opens.
+    if (!view->Row()->Parent())
+        button->setAccessibleName(QStringLiteral("Query menu"));
     button->OnClick = [this, button](QObject *) {
         const QScopedValueRollback busy(FInControlHandler, true);
         TFilterRow *row = RowOfControl(button);
@@ -522,6 +529,10 @@ void TNQueryPanel::WireRowView(TQueryRowView *view)
             MainButtonClick();
     };
     if (QCheckBox *box = view->CheckBox()) {
+        // Read as the menu entry that does the same, without its mnemonic.
+        QString name = GetTitle(QStringLiteral("ttlEnableDisable"));
+        name.replace(QLatin1String("&&"), QLatin1String("\x01")).remove(QLatin1Char('&')).replace(QLatin1Char('\x01'), QLatin1Char('&'));
+        box->setAccessibleName(name);
         if (FReadOnly)
             box->setEnabled(false);
         connect(box, &QCheckBox::toggled, this, [this, box](bool on) {

@@ -279,13 +279,14 @@ TEST_F(QueryPanelTest, RowsReadAsSentencesToAssistiveTools)
     first->SetValue(1, QStringLiteral("Jo"));
     QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel.get());
     ASSERT_NE(face, nullptr);
-    EXPECT_EQ(face->childCount(), 6);
+    EXPECT_EQ(face->childCount(), 6 + 1) << "the rows and the add-row label";
     QAccessibleInterface *row = face->child(1);
     ASSERT_NE(row, nullptr);
     EXPECT_EQ(row->text(QAccessible::Name), panel->RowView(first)->Sentence());
     EXPECT_TRUE(row->text(QAccessible::Name).startsWith(QStringLiteral("Customer name "))) ;
-    EXPECT_EQ(row->childCount(), int(panel->RowView(first)->Controls().size()));
-    EXPECT_EQ(row->child(0)->text(QAccessible::Name), QStringLiteral("Customer name"));
+    EXPECT_EQ(row->childCount(), 2 + int(panel->RowView(first)->Controls().size())) << "button, check box, labels";
+    EXPECT_EQ(row->child(1)->text(QAccessible::Name), QStringLiteral("Enable/Disable row"));
+    EXPECT_EQ(row->child(2)->text(QAccessible::Name), QStringLiteral("Customer name"));
     EXPECT_EQ(face->indexOfChild(row), 1);
 }
 
