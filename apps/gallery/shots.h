@@ -1,6 +1,7 @@
 #pragma once
 // A gallery state: a name and a function that builds the widgets showing it.
 #include <QImage>
+#include <QPalette>
 #include <QPoint>
 #include <QString>
 #include <QWidget>
@@ -29,6 +30,11 @@ std::vector<GalleryState> GalleryStates();
 std::vector<GalleryState> DesignerStates();
 // The condition panel on the sample model.
 std::vector<GalleryState> PanelStates();
+
+// A dark palette, as a host on a dark desktop theme would set it, applied to
+// the shot's widget and its pop-up windows.
+QPalette DarkPalette();
+void Darken(GalleryShot &shot);
 
 // Renders the widget and its overlays into one image.
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

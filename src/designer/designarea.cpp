@@ -30,7 +30,7 @@ protected:
     void paintEvent(QPaintEvent *event) override
     {
         QPainter painter(this);
-        FPanel->DrawLinks(&painter, event->rect());
+        FPanel->DrawLinks(&painter, event->rect(), palette().color(backgroundRole()));
     }
     void mousePressEvent(QMouseEvent *event) override
     {

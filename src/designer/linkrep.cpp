@@ -82,13 +82,13 @@ void TLinkRep::CalcPosForTable(const QStringList &entries, TLinkNodes &nodes,
     }
 }
 
-void TLinkRep::Paint(QPainter *painter) const
+void TLinkRep::Paint(QPainter *painter, const QColor &color) const
 {
     if (FNodes1.Count() == 0)
         return;
     painter->save();
     painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter->setPen(QPen(Qt::black, FActive ? 2 : 1, Qt::SolidLine));
+    painter->setPen(QPen(color, FActive ? 2 : 1, Qt::SolidLine));
     const std::vector<QLine> lines = LinkSegments(FNodes1.Points(), FNodes2.Points(), FRoute);
     painter->drawLines(lines.data(), int(lines.size()));
     painter->restore();

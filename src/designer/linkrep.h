@@ -3,6 +3,7 @@
 // its two tables, kept in step with the tables' places and scrolling.
 #include "designer/linknode.h"
 
+#include <QColor>
 #include <QPoint>
 #include <QRect>
 #include <QRegion>
@@ -39,7 +40,7 @@ public:
     void RecalcPositions();
     void CalcPosForTable(const QStringList &entries, TLinkNodes &nodes, const TTableRep *rep,
                          const TTableRep *other) const;
-    void Paint(QPainter *painter) const;
+    void Paint(QPainter *painter, const QColor &color) const;
     bool IsOver(int x, int y) const;
     // The pending link's second end follows the mouse (design-area point).
     void MoveNode2ToMouseCursor(QPoint pos);

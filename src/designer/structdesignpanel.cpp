@@ -4,6 +4,7 @@
 #include "designer/structuredesignerror.h"
 #include "model/dbstructure.h"
 #include "model/messages.h"
+#include "ui/readablecolor.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -454,13 +455,14 @@ void TNStructDesignPanel::DoAddLinkFinish()
 
 // --- painting -------------------------------------------------------------------------
 
-void TNStructDesignPanel::DrawLinks(QPainter *painter, const QRect &clip) const
+void TNStructDesignPanel::DrawLinks(QPainter *painter, const QRect &clip, const QColor &background) const
 {
+    const QColor line = ReadableOn(Qt::black, background);
     for (const auto &rep : FLinkReps)
         if (rep->BoundingRect().intersects(clip))
-            rep->Paint(painter);
+            rep->Paint(painter, line);
     if (FNewLink)
-        FNewLink->Paint(painter);
+        FNewLink->Paint(painter, line);
 }
 
 } // namespace vm20

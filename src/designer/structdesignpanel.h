@@ -155,7 +155,8 @@ public:
     void DoAddLinkFinish();
 
     // --- called by the table windows and the design area ---------------------------------------
-    void DrawLinks(QPainter *painter, const QRect &clip) const;
+    // The lines are black, drawn lighter over a dark background.
+    void DrawLinks(QPainter *painter, const QRect &clip, const QColor &background) const;
     void TableRepGeometryChanged(TTableRep *rep);
     void TableHovered(TTableRep *rep);
     void AreaMousePress(QPoint pos, Qt::MouseButton button);
