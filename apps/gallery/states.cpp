@@ -306,6 +306,20 @@ std::vector<GalleryState> GalleryStates()
                  MenuUnder(s.field, shot, true);
              });
          }},
+        {QStringLiteral("popup-dropped-dark"), [=] {
+             return Dropped(90, ltr, [](Sentence &s, GalleryShot &shot) {
+                 static const auto images = Images();
+                 s.field->SetImages(images.get());
+                 s.value->SetFocused(true);
+                 MenuUnder(s.field, shot, true);
+                 Darken(shot);
+             });
+         }},
+        {QStringLiteral("buttons-dark"), [] {
+             GalleryShot shot = Buttons(false, false);
+             Darken(shot);
+             return shot;
+         }},
         {QStringLiteral("menu-max-item-count"), [] { return LongMenu(25, 10, pstBalanced); }},
         {QStringLiteral("menu-fit-balanced"), [] { return LongMenu(100, 0, pstBalanced); }},
         {QStringLiteral("menu-fit-fill-first"), [] { return LongMenu(100, 0, pstFillFirst); }},

@@ -41,20 +41,6 @@ QSize TTableMetrics::DefaultSize(const QFont &font, const QString &title, const 
     return {width, 2 * Border + TitleHeight + shown * RowHeight + 2};
 }
 
-namespace {
-
-// The shade of the palette's two that stands out from the base: dark on a
-// light palette, light on a dark one, where the dark shade would vanish.
-QColor FrameColor(const QPalette &palette)
-{
-    const QColor base = palette.color(QPalette::Base);
-    const QColor dark = palette.color(QPalette::Dark);
-    const QColor light = palette.color(QPalette::Light);
-    return ContrastRatio(light, base) > ContrastRatio(dark, base) ? light : dark;
-}
-
-} // namespace
-
 void DrawTableFrame(QPainter *painter, const QRect &table, const QString &title, bool active,
                     const TTableMetrics &metrics, const QPalette &palette)
 {
@@ -76,7 +62,9 @@ void DrawTableFrame(QPainter *painter, const QRect &table, const QString &title,
         painter->fontMetrics().elidedText(title, Qt::ElideRight, textRect.width());
     painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft, shown);
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(active ? palette.color(QPalette::Highlight) : FrameColor(palette), 1));
+    painter->setPen(QPen(active ? palette.color(QPalette::Highlight) : MoreContrasting(palette.color(QPalette::Base), palette.color(QPalette::Dark),
+                                                                              palette.color(QPalette::Light)),
+                         1));
     painter->drawRect(table.adjusted(0, 0, -1, -1));
     painter->restore();
 }

@@ -39,6 +39,11 @@ double ContrastRatio(const QColor &a, const QColor &b)
     return (std::max(la, lb) + 0.05) / (std::min(la, lb) + 0.05);
 }
 
+QColor MoreContrasting(const QColor &background, const QColor &first, const QColor &second)
+{
+    return ContrastRatio(second, background) > ContrastRatio(first, background) ? second : first;
+}
+
 QColor ReadableOn(const QColor &color, const QColor &background)
 {
     if (!color.isValid() || !background.isValid() || background.lightnessF() >= 0.5 || !IsDefault(color)

@@ -62,6 +62,10 @@ TEST(ContrastRatio, MatchesKnownPairs)
     EXPECT_NEAR(ContrastRatio(White, Black), 21.0, 0.01);
     EXPECT_NEAR(ContrastRatio(Blue, White), 8.59, 0.01);
     EXPECT_DOUBLE_EQ(ContrastRatio(Green, Green), 1.0);
+    // Frames: the dark shade on a light window, the light one on a dark window.
+    const QColor mid(160, 160, 160), light(80, 80, 80);
+    EXPECT_EQ(MoreContrasting(Window, mid, White), mid);
+    EXPECT_EQ(MoreContrasting(DarkWindow, QColor(40, 40, 40), light), light);
 }
 
 // The highest contrast any pixel of the widget has against the background
