@@ -105,16 +105,45 @@ void BM_DragTableOneMove(benchmark::State &state)
     QApplication::processEvents();
     TTableRep *rep = panel.TableRep(model.GetTable(10));
     const QPoint grip(10, 5);
+    // Mouse positions are given where the mouse is on the diagram, as the
+    // window under it moves along.
+    const QPoint pressed = rep->mapToParent(grip);
     SendMouse(rep, QEvent::MouseButtonPress, grip);
     int step = 0;
     for (auto _ : state) {
         step = (step + 1) % 40;
-        SendMouse(rep, QEvent::MouseMove, grip + QPoint(step * 3, step * 2));
+        SendMouse(rep, QEvent::MouseMove, rep->mapFromParent(pressed + QPoint(step * 3, step * 2)));
         QApplication::processEvents();   // the repaint of what moved
     }
     SendMouse(rep, QEvent::MouseButtonRelease, grip);
 }
 BENCHMARK(BM_DragTableOneMove)->Unit(benchmark::kMillisecond);
+
+// The table dragged past the diagram's edge: every move also grows the area.
+void BM_DragTableGrowingDiagram(benchmark::State &state)
+{
+    App();
+    TNDBStructure model;
+    BuildModel(model, 200);
+    TNStructDesignPanel panel;
+    panel.resize(1400, 900);
+    panel.SetStruct(&model);
+    panel.show();
+    QApplication::processEvents();
+    TTableRep *rep = panel.TableRep(model.GetTable(10));
+    const QPoint grip(10, 5);
+    QPoint mouse = rep->mapToParent(grip);
+    SendMouse(rep, QEvent::MouseButtonPress, grip);
+    for (auto _ : state) {
+        mouse += QPoint(0, 4);
+        const int below = panel.DesignArea()->Canvas()->height() - rep->geometry().bottom();
+        mouse.ry() += below > 10 ? below - 10 : 0;   // stay at the bottom edge
+        SendMouse(rep, QEvent::MouseMove, rep->mapFromParent(mouse));
+        QApplication::processEvents();
+    }
+    SendMouse(rep, QEvent::MouseButtonRelease, grip);
+}
+BENCHMARK(BM_DragTableGrowingDiagram)->Unit(benchmark::kMillisecond);
 
 void BM_DiagramCommand(benchmark::State &state)
 {

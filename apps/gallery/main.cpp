@@ -1,6 +1,7 @@
 // vm20-gallery: every drop-down label and button in its characteristic
 // states. Without arguments it shows them in one window; with --shots DIR it
-// writes one PNG per state at device pixel ratios 1 and 2.
+// writes one PNG per state at device pixel ratios 1 and 2; --interactive
+// opens a condition panel to play with, its SQL and query text live beside it.
 #include "shots.h"
 
 #include <QApplication>
@@ -23,6 +24,8 @@ std::vector<GalleryState> AllStates()
 {
     std::vector<GalleryState> states = GalleryStates();
     for (GalleryState &state : PanelStates())
+        states.push_back(std::move(state));
+    for (GalleryState &state : InteractiveStates())
         states.push_back(std::move(state));
     return states;
 }
@@ -74,9 +77,18 @@ int main(int argc, char **argv)
     parser.addOption({QStringLiteral("open"),
                       QStringLiteral("Drop down the first <kind> label once shown: menu, list or checklist."),
                       QStringLiteral("kind")});
+    parser.addOption({QStringLiteral("interactive"),
+                      QStringLiteral("Open the condition panel on the sample query with its live SQL and query text.")});
+    parser.addOption({QStringLiteral("empty"), QStringLiteral("With --interactive: start from an empty query.")});
     parser.process(app);
     if (parser.isSet(QStringLiteral("shots")))
         return WriteShots(parser.value(QStringLiteral("shots")));
+    if (parser.isSet(QStringLiteral("interactive"))) {
+        GalleryShot live = InteractivePage(parser.isSet(QStringLiteral("empty")));
+        live.widget->resize(1100, 720);
+        live.widget->show();
+        return app.exec();
+    }
 
     QScrollArea area;
     auto *page = new QWidget;

@@ -20,13 +20,6 @@ using namespace vm20;
 
 namespace {
 
-std::shared_ptr<TNDBStructure> SampleModel()
-{
-    auto model = std::make_shared<TNDBStructure>();
-    model->LoadFromFile(QStringLiteral(VM20_EXAMPLES_DIR "/shop.model"));
-    return model;
-}
-
 QStringList ReadLines(const QString &fileName)
 {
     QFile file(fileName);
@@ -47,30 +40,6 @@ TSimpleCond *Add(TNQuery &q, TFilterBracket *bracket, TNDBStructure &m, int fiel
     return c;
 }
 
-// The brackets sample, then one row of each other kind.
-void RichQuery(TNQuery &q, TNDBStructure &m)
-{
-    q.LoadFromStrings(ReadLines(QStringLiteral(VM20_EXAMPLES_DIR "/queries/brackets.vmq")));
-    TFilterBracket *root = q.Filter();
-    TFilterBracket *dates = q.AddBracket(root);
-    dates->SetLinkType(fltAll);
-    dates->ClearRows();
-    Add(q, dates, m, 35, "Between", QStringLiteral("45658"), QStringLiteral("45747"));
-    Add(q, dates, m, 38, "InList", QStringLiteral("shipped,cancelled"));
-    TFilterBracket *deeper = q.AddBracket(dates);
-    deeper->ClearRows();
-    Add(q, deeper, m, 16, "Equal", QStringLiteral("True"));
-    Add(q, deeper, m, 14, "GreaterThan")->SetValueIsParam(1, true);
-    Add(q, root, m, 19, "StartsWith", QStringLiteral("Jo"))->SetEnabled(false);
-    q.AddCustomCondition(root, m.ConditionByID(2))->SetValue(1, QStringLiteral("2024"));
-    q.AddCustomCondition(root, m.ConditionByID(1));
-    // A field the model no longer has, as a query saved long ago would name.
-    QStringList text;
-    q.SaveToStrings(text);
-    text.replaceInStrings(QStringLiteral("FieldID=46"), QStringLiteral("FieldID=4600"));
-    q.LoadFromStrings(text);
-    q.SetModified(false);
-}
 
 GalleryShot Panel(const std::function<void(TNQueryPanel &)> &look, const std::function<void(TNQuery &, TNDBStructure &)> &fill = RichQuery,
                   QSize size = QSize(620, 440))
@@ -138,6 +107,38 @@ void Options(TNQueryPanel &panel, TQPAppearance::TQPAppearanceOption option, boo
 }
 
 } // namespace
+
+std::shared_ptr<TNDBStructure> SampleModel()
+{
+    auto model = std::make_shared<TNDBStructure>();
+    model->LoadFromFile(QStringLiteral(VM20_EXAMPLES_DIR "/shop.model"));
+    return model;
+}
+
+// The brackets sample, then one row of each other kind.
+void RichQuery(vm20::TNQuery &q, vm20::TNDBStructure &m)
+{
+    q.LoadFromStrings(ReadLines(QStringLiteral(VM20_EXAMPLES_DIR "/queries/brackets.vmq")));
+    TFilterBracket *root = q.Filter();
+    TFilterBracket *dates = q.AddBracket(root);
+    dates->SetLinkType(fltAll);
+    dates->ClearRows();
+    Add(q, dates, m, 35, "Between", QStringLiteral("45658"), QStringLiteral("45747"));
+    Add(q, dates, m, 38, "InList", QStringLiteral("shipped,cancelled"));
+    TFilterBracket *deeper = q.AddBracket(dates);
+    deeper->ClearRows();
+    Add(q, deeper, m, 16, "Equal", QStringLiteral("True"));
+    Add(q, deeper, m, 14, "GreaterThan")->SetValueIsParam(1, true);
+    Add(q, root, m, 19, "StartsWith", QStringLiteral("Jo"))->SetEnabled(false);
+    q.AddCustomCondition(root, m.ConditionByID(2))->SetValue(1, QStringLiteral("2024"));
+    q.AddCustomCondition(root, m.ConditionByID(1));
+    // A field the model no longer has, as a query saved long ago would name.
+    QStringList text;
+    q.SaveToStrings(text);
+    text.replaceInStrings(QStringLiteral("FieldID=46"), QStringLiteral("FieldID=4600"));
+    q.LoadFromStrings(text);
+    q.SetModified(false);
+}
 
 std::vector<GalleryState> PanelStates()
 {

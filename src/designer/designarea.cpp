@@ -24,13 +24,17 @@ public:
         setMouseTracking(true);
         setAutoFillBackground(true);
         setBackgroundRole(QPalette::Base);
+        // What is drawn depends on the tables' places, not on the canvas's
+        // size: a table dragged past the edge grows the canvas on every
+        // move, and only the new strip needs painting.
+        setAttribute(Qt::WA_StaticContents);
     }
 
 protected:
     void paintEvent(QPaintEvent *event) override
     {
         QPainter painter(this);
-        FPanel->DrawLinks(&painter, event->rect(), palette().color(backgroundRole()));
+        FPanel->DrawLinks(&painter, event->region(), palette().color(backgroundRole()));
     }
     void mousePressEvent(QMouseEvent *event) override
     {

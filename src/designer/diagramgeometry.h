@@ -19,6 +19,7 @@ struct TNodePoint
     int X = 0;
     int Y = 0;
     int Direction = 1;
+    bool operator==(const TNodePoint &) const = default;
 };
 
 // Length of the horizontal stub between a table edge and the line's junction.

@@ -28,7 +28,7 @@ void TLinkRep::SetActive(bool value)
     FPanel->InvalidateLinks(Region());
 }
 
-QRegion TLinkRep::Region() const
+QRegion TLinkRep::CalcRegion() const
 {
     constexpr int piece = 48;
     std::vector<QRect> rects;
@@ -50,7 +50,9 @@ QRegion TLinkRep::Region() const
 
 void TLinkRep::RecalcPositions()
 {
-    const QRegion old = Region();
+    const std::vector<TNodePoint> oldNodes1 = FNodes1.Points();
+    const std::vector<TNodePoint> oldNodes2 = FNodes2.Points();
+    const std::vector<QPoint> oldRoute = FRoute;
     FNodes1.Clear();
     FNodes2.Clear();
     FRoute.clear();
@@ -62,8 +64,10 @@ void TLinkRep::RecalcPositions()
                                        LinkJunction(*FNodes2.GetLinkNode(0)),
                                        FPanel->TableRects());
     }
-    UpdateBounds();
-    FPanel->InvalidateLinks(old + Region());
+    // Links of tables that did not move keep their lines: nothing to repaint.
+    if (FNodes1.Points() == oldNodes1 && FNodes2.Points() == oldNodes2 && FRoute == oldRoute)
+        return;
+    NodesChanged();
 }
 
 void TLinkRep::CalcPosForTable(const QStringList &entries, TLinkNodes &nodes,
@@ -82,14 +86,23 @@ void TLinkRep::CalcPosForTable(const QStringList &entries, TLinkNodes &nodes,
     }
 }
 
-void TLinkRep::Paint(QPainter *painter, const QColor &color) const
+void TLinkRep::Paint(QPainter *painter, const QColor &color, const QRegion &dirty) const
 {
     if (FNodes1.Count() == 0)
         return;
+    std::vector<QLine> lines = LinkSegments(FNodes1.Points(), FNodes2.Points(), FRoute);
+    if (!dirty.isEmpty()) {
+        // Rasterising a long line only to have the clip drop it costs more
+        // than this test.
+        std::erase_if(lines, [&dirty](const QLine &l) {
+            return !dirty.intersects(QRect(l.p1(), l.p2()).normalized().adjusted(-2, -2, 2, 2));
+        });
+        if (lines.empty())
+            return;
+    }
     painter->save();
     painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
     painter->setPen(QPen(color, FActive ? 2 : 1, Qt::SolidLine));
-    const std::vector<QLine> lines = LinkSegments(FNodes1.Points(), FNodes2.Points(), FRoute);
     painter->drawLines(lines.data(), int(lines.size()));
     painter->restore();
 }
@@ -103,7 +116,6 @@ bool TLinkRep::IsOver(int x, int y) const
 
 void TLinkRep::MoveNode2ToMouseCursor(QPoint pos)
 {
-    const QRegion old = Region();
     FNodes2.Clear();
     if (FNodes1.Count()) {
         TLinkNode *node = FNodes2.Add(QString());
@@ -114,16 +126,18 @@ void TLinkRep::MoveNode2ToMouseCursor(QPoint pos)
         // line ends exactly under the mouse.
         node->Direction = pos.x() >= j1.x() ? -1 : 1;
     }
-    UpdateBounds();
-    FPanel->InvalidateLinks(old + Region());
+    NodesChanged();
 }
 
-void TLinkRep::UpdateBounds()
+void TLinkRep::NodesChanged()
 {
     QRect bounds;
     for (const QLine &l : LinkSegments(FNodes1.Points(), FNodes2.Points(), FRoute))
         bounds = bounds.united(QRect(l.p1(), l.p2()).normalized());
     FBounds = bounds.isNull() ? QRect() : bounds.adjusted(-3, -3, 3, 3);
+    const QRegion old = FRegion;
+    FRegion = CalcRegion();
+    FPanel->InvalidateLinks(old + FRegion);
 }
 
 int TLinkRepList::IndexByDSLink(const TDSLink *link) const

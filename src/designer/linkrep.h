@@ -40,19 +40,24 @@ public:
     void RecalcPositions();
     void CalcPosForTable(const QStringList &entries, TLinkNodes &nodes, const TTableRep *rep,
                          const TTableRep *other) const;
-    void Paint(QPainter *painter, const QColor &color) const;
+    // Draws the segments that reach into `dirty` (all of them when it is
+    // empty); the painter's clip keeps the rest out anyway.
+    void Paint(QPainter *painter, const QColor &color, const QRegion &dirty = QRegion()) const;
     bool IsOver(int x, int y) const;
     // The pending link's second end follows the mouse (design-area point).
     void MoveNode2ToMouseCursor(QPoint pos);
+    // After the nodes changed: the link's extent follows them and both the
+    // old and the new line are repainted.
+    void NodesChanged();
     // Everything the link paints, with room for the pen.
     QRect BoundingRect() const { return FBounds; }
     // What the link covers, as small rectangles along its segments: a long
     // diagonal line does not make everything under it repaint.
-    QRegion Region() const;
+    QRegion Region() const { return FRegion; }
     const std::vector<QPoint> &Route() const { return FRoute; }
 
 private:
-    void UpdateBounds();
+    QRegion CalcRegion() const;
 
     TNStructDesignPanel *FPanel;
     TDSLink *FLink;
@@ -63,6 +68,7 @@ private:
     bool FActive = false;
     std::vector<QPoint> FRoute;   // empty for the straight connecting line
     QRect FBounds;
+    QRegion FRegion;
 };
 
 class TLinkRepList

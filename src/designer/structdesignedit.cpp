@@ -137,6 +137,7 @@ void TNStructDesignPanel::LinkField1Selected(TTableRep *rep, const QString &fiel
     node->X = rep->geometry().left() + rep->width() + 1;
     node->Direction = 1;
     node->Y = rep->GetFieldYPosition(fieldName);
+    FNewLink->NodesChanged();
     SetHint(QStringLiteral("AddLinkStage2Hint"));
 }
 

@@ -337,8 +337,19 @@ void TNStructDesignPanel::InvalidateLinks()
 
 void TNStructDesignPanel::InvalidateLinks(const QRegion &area)
 {
-    if (!FRebuilding && !area.isEmpty())
-        FDesignArea->Canvas()->update(area);
+    if (FRebuilding || area.isEmpty())
+        return;
+    // Table windows are opaque and lie over the lines: a line moving under
+    // one changes nothing on screen, and repainting the windows along every
+    // moved line would cost more than the lines themselves.
+    QRegion shown = area;
+    const QRect bounds = area.boundingRect();
+    for (const auto &rep : FTableReps)
+        if (rep->isVisible() && rep->geometry().intersects(bounds) &&
+            shown.intersects(rep->geometry()))
+            shown -= rep->geometry();
+    if (!shown.isEmpty())
+        FDesignArea->Canvas()->update(shown);
 }
 
 void TNStructDesignPanel::SetLinkRouting(TLinkRouting value)
@@ -455,12 +466,12 @@ void TNStructDesignPanel::DoAddLinkFinish()
 
 // --- painting -------------------------------------------------------------------------
 
-void TNStructDesignPanel::DrawLinks(QPainter *painter, const QRect &clip, const QColor &background) const
+void TNStructDesignPanel::DrawLinks(QPainter *painter, const QRegion &clip, const QColor &background) const
 {
     const QColor line = ReadableOn(Qt::black, background);
     for (const auto &rep : FLinkReps)
-        if (rep->BoundingRect().intersects(clip))
-            rep->Paint(painter, line);
+        if (clip.intersects(rep->BoundingRect()))
+            rep->Paint(painter, line, clip);
     if (FNewLink)
         FNewLink->Paint(painter, line);
 }

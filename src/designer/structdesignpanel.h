@@ -156,7 +156,7 @@ public:
 
     // --- called by the table windows and the design area ---------------------------------------
     // The lines are black, drawn lighter over a dark background.
-    void DrawLinks(QPainter *painter, const QRect &clip, const QColor &background) const;
+    void DrawLinks(QPainter *painter, const QRegion &clip, const QColor &background) const;
     void TableRepGeometryChanged(TTableRep *rep);
     void TableHovered(TTableRep *rep);
     void AreaMousePress(QPoint pos, Qt::MouseButton button);

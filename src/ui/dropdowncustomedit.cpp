@@ -87,7 +87,7 @@ void TDropDownCustomEdit::ShowControl()
     QWidget *editor = EditControl();
     if (editor->parentWidget() != parentWidget())
         editor->setParent(parentWidget());
-    editor->setFont(font());
+    editor->setFont(EditorFont());
     hide();
     ShowEditControl();
     AdjustPlacement();

@@ -292,4 +292,11 @@ void TDropDownLabel::changeEvent(QEvent *event)
     QWidget::changeEvent(event);
 }
 
+QFont TDropDownLabel::EditorFont() const
+{
+    QFont plain = font();
+    plain.setUnderline(false);
+    return plain;
+}
+
 } // namespace vm20

@@ -3,6 +3,7 @@
 // editor; dropping up accepts or discards what the user entered.
 #include "ui/imagelist.h"
 
+#include <QFont>
 #include <QWidget>
 
 #include <functional>
@@ -96,6 +97,9 @@ protected:
     // Runs a user action; an error of the library shows as a tool tip at the
     // label instead of escaping into the event loop.
     void Guarded(const std::function<void()> &action);
+    // The font of the editor or list that opens over the label: the label's
+    // own without the underline that marks the current label as a link.
+    QFont EditorFont() const;
     // Shows a message at the label (errors of user actions).
     void ShowMessage(const QString &text);
     void SetValueSilently(const QString &value) { FValue = value; }

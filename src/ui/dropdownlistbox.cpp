@@ -45,7 +45,7 @@ void TDropDownListBox::CreateControl()
         FListBox->resize(0, 0);
     }
     FListBox->setLayoutDirection(layoutDirection());
-    FListBox->setFont(font());
+    FListBox->setFont(EditorFont());
     if (UseForm() && ListParent()->layout() && ListParent()->layout()->indexOf(FListBox) < 0)
         ListParent()->layout()->addWidget(FListBox);
     FListBox->hide();

@@ -151,11 +151,14 @@ void TNQueryPanel::Deactivate()
     // Freeing the controls one by one costs a search of the viewport's
     // children each; a new viewport frees them all in one pass.
     // Each freed control would search all events still queued (the ones
-    // its making posted) for its own: deliver them first.
+    // its making posted) for its own: deliver them first. Not while the
+    // panel goes with its window: the events would reach widgets around it
+    // that are half destroyed.
     // (Delivering them may paint: nothing is in view any more.)
     FOrder.clear();
     FInView.clear();
-    QCoreApplication::sendPostedEvents();
+    if (!FDestroying)
+        QCoreApplication::sendPostedEvents();
     if (FInControlHandler && !FDestroying) {
         // A control of the panel is inside its own handler (a host's change
         // handler rebuilt the panel): the controls go one by one, later.

@@ -11,7 +11,11 @@
 #include "query/shopmodel.h"
 
 #include <QAccessible>
+#include <QApplication>
 #include <QCheckBox>
+#include <QLabel>
+#include <QSplitter>
+#include <QVBoxLayout>
 #include <QScrollBar>
 #include <QImage>
 #include <QPainter>
@@ -75,6 +79,26 @@ TEST_F(QueryPanelTest, WidgetsStandWhereThePlacementRulesSay)
     EXPECT_EQ(panel->AddRowLabel()->geometry().topLeft(),
               QPoint(row5->Button()->x(), row5->Button()->geometry().bottom() + 1 + 3 + 2));
     EXPECT_EQ(panel->AddRowLabel()->Caption(), QStringLiteral("< Click here to add new condition >"));
+}
+
+// A window freeing a panel nested in containers of its own: the panel's
+// teardown must not deliver events to the widgets around it, which are
+// already half gone.
+TEST_F(QueryPanelTest, GoesWithTheWindowItIsNestedIn)
+{
+    BuildNested();
+    auto window = std::make_unique<QWidget>();
+    auto *splitter = new QSplitter(Qt::Vertical, window.get());
+    auto *box = new QWidget;
+    auto *layout = new QVBoxLayout(box);
+    layout->addWidget(new QLabel(QStringLiteral("Conditions")));
+    layout->addWidget(panel.release());
+    splitter->addWidget(box);
+    splitter->addWidget(new QLabel(QStringLiteral("below")));
+    window->setAttribute(Qt::WA_DontShowOnScreen);
+    window->show();   // posts polish and layout requests, still queued below
+    window.reset();
+    SUCCEED();
 }
 
 TEST_F(QueryPanelTest, RowsShowTheirSentences)
