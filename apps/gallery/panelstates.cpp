@@ -7,6 +7,7 @@
 #include "model/dbstructure.h"
 #include "query/filtercond.h"
 #include "ui/dropdownlabel.h"
+#include "ui/dropdownlistbox.h"
 #include "ui/querypanel.h"
 #include "ui/rndbtn.h"
 
@@ -170,6 +171,31 @@ std::vector<GalleryState> PanelStates()
         {QStringLiteral("panel-main-menu"), [] { return MenuOpen(mkMain); }},
         {QStringLiteral("panel-row-menu"), [] { return MenuOpen(mkRow); }},
         {QStringLiteral("panel-value-menu"), [] { return MenuOpen(mkValue); }},
+        {QStringLiteral("panel-dark"), [] {
+             GalleryShot shot = Panel([](TNQueryPanel &) {});
+             Darken(shot);
+             // The first value list of the panel open: its row made current.
+             auto *panel = static_cast<TNQueryPanel *>(shot.widget.get());
+             for (TFilterRow *row : panel->DisplayRows()) {
+                 TQueryRowView *view = panel->RowView(row);
+                 if (auto *list = dynamic_cast<TDropDownListBox *>(view ? view->Slot(rsFirstValue) : nullptr)) {
+                     panel->SetCurrentRow(row);
+                     list->DropDown();
+                     break;
+                 }
+             }
+             return shot;
+         }},
+        {QStringLiteral("panel-dark-rtl"), [] {
+             GalleryShot shot = Panel([](TNQueryPanel &p) { p.setLayoutDirection(Qt::RightToLeft); });
+             Darken(shot);
+             return shot;
+         }},
+        {QStringLiteral("panel-dark-value-menu"), [] {
+             GalleryShot shot = MenuOpen(mkValue);
+             Darken(shot);
+             return shot;
+         }},
         {QStringLiteral("panel-parsed-sql"), [] {
              return Panel([](TNQueryPanel &) {}, [](TNQuery &q, TNDBStructure &) {
                  q.ParseSQL({QStringLiteral("SELECT customers.company_name FROM customers"),

@@ -1,6 +1,7 @@
 #pragma once
 // A gallery state: a name and a function that builds the widgets showing it.
 #include <QImage>
+#include <QPalette>
 #include <QPoint>
 #include <QString>
 #include <QWidget>
@@ -46,6 +47,11 @@ void RichQuery(vm20::TNQuery &q, vm20::TNDBStructure &m);
 // up to date as the query changes. `empty` starts without conditions or
 // columns.
 GalleryShot InteractivePage(bool empty);
+
+// A dark palette, as a host on a dark desktop theme would set it, applied to
+// the shot's widget and its pop-up windows.
+QPalette DarkPalette();
+void Darken(GalleryShot &shot);
 
 // Renders the widget and its overlays into one image.
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

@@ -306,6 +306,20 @@ std::vector<GalleryState> GalleryStates()
                  MenuUnder(s.field, shot, true);
              });
          }},
+        {QStringLiteral("popup-dropped-dark"), [=] {
+             return Dropped(90, ltr, [](Sentence &s, GalleryShot &shot) {
+                 static const auto images = Images();
+                 s.field->SetImages(images.get());
+                 s.value->SetFocused(true);
+                 MenuUnder(s.field, shot, true);
+                 Darken(shot);
+             });
+         }},
+        {QStringLiteral("buttons-dark"), [] {
+             GalleryShot shot = Buttons(false, false);
+             Darken(shot);
+             return shot;
+         }},
         {QStringLiteral("menu-max-item-count"), [] { return LongMenu(25, 10, pstBalanced); }},
         {QStringLiteral("menu-fit-balanced"), [] { return LongMenu(100, 0, pstBalanced); }},
         {QStringLiteral("menu-fit-fill-first"), [] { return LongMenu(100, 0, pstFillFirst); }},
@@ -318,6 +332,45 @@ std::vector<GalleryState> GalleryStates()
     for (GalleryState &state : ResultPanelStates())
         states.push_back(std::move(state));
     return states;
+}
+
+QPalette DarkPalette()
+{
+    QPalette palette;
+    const QColor text(220, 220, 220);
+    const QColor disabled(127, 127, 127);
+    palette.setColor(QPalette::Window, QColor(45, 45, 45));
+    palette.setColor(QPalette::WindowText, text);
+    palette.setColor(QPalette::Base, QColor(30, 30, 30));
+    palette.setColor(QPalette::AlternateBase, QColor(53, 53, 53));
+    palette.setColor(QPalette::ToolTipBase, QColor(60, 60, 60));
+    palette.setColor(QPalette::ToolTipText, text);
+    palette.setColor(QPalette::PlaceholderText, disabled);
+    palette.setColor(QPalette::Text, text);
+    palette.setColor(QPalette::Button, QColor(53, 53, 53));
+    palette.setColor(QPalette::ButtonText, text);
+    palette.setColor(QPalette::BrightText, QColor(255, 80, 80));
+    palette.setColor(QPalette::Light, QColor(80, 80, 80));
+    palette.setColor(QPalette::Midlight, QColor(66, 66, 66));
+    palette.setColor(QPalette::Mid, QColor(40, 40, 40));
+    palette.setColor(QPalette::Dark, QColor(30, 30, 30));
+    palette.setColor(QPalette::Shadow, QColor(15, 15, 15));
+    palette.setColor(QPalette::Highlight, QColor(42, 130, 218));
+    palette.setColor(QPalette::HighlightedText, Qt::white);
+    palette.setColor(QPalette::Link, QColor(100, 170, 255));
+    palette.setColor(QPalette::LinkVisited, QColor(170, 130, 255));
+    for (QPalette::ColorRole role : {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::HighlightedText})
+        palette.setColor(QPalette::Disabled, role, disabled);
+    palette.setColor(QPalette::Disabled, QPalette::Highlight, QColor(80, 80, 80));
+    return palette;
+}
+
+void Darken(GalleryShot &shot)
+{
+    const QPalette dark = DarkPalette();
+    shot.widget->setPalette(dark);
+    for (const auto &overlay : shot.overlays)
+        overlay.first->setPalette(dark);
 }
 
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio)

@@ -34,7 +34,7 @@ protected:
     void paintEvent(QPaintEvent *event) override
     {
         QPainter painter(this);
-        FPanel->DrawLinks(&painter, event->region());
+        FPanel->DrawLinks(&painter, event->region(), palette().color(backgroundRole()));
     }
     void mousePressEvent(QMouseEvent *event) override
     {

@@ -28,7 +28,7 @@ void TNStructDesignPanel::DrawDiagram(QPainter *painter)
     const QSize size = DiagramSize();
     painter->fillRect(QRect(QPoint(0, 0), size), Qt::white);
     painter->setFont(FDesignArea->Canvas()->font());
-    DrawLinks(painter, QRect(QPoint(0, 0), size));
+    DrawLinks(painter, QRect(QPoint(0, 0), size), Qt::white);
     for (const auto &rep : FTableReps)
         rep->Draw(painter);
 }

@@ -86,7 +86,7 @@ void TLinkRep::CalcPosForTable(const QStringList &entries, TLinkNodes &nodes,
     }
 }
 
-void TLinkRep::Paint(QPainter *painter, const QRegion &dirty) const
+void TLinkRep::Paint(QPainter *painter, const QColor &color, const QRegion &dirty) const
 {
     if (FNodes1.Count() == 0)
         return;
@@ -102,7 +102,7 @@ void TLinkRep::Paint(QPainter *painter, const QRegion &dirty) const
     }
     painter->save();
     painter->setCompositionMode(QPainter::CompositionMode_SourceOver);
-    painter->setPen(QPen(Qt::black, FActive ? 2 : 1, Qt::SolidLine));
+    painter->setPen(QPen(color, FActive ? 2 : 1, Qt::SolidLine));
     painter->drawLines(lines.data(), int(lines.size()));
     painter->restore();
 }

@@ -3,6 +3,7 @@
 // its two tables, kept in step with the tables' places and scrolling.
 #include "designer/linknode.h"
 
+#include <QColor>
 #include <QPoint>
 #include <QRect>
 #include <QRegion>
@@ -41,7 +42,7 @@ public:
                          const TTableRep *other) const;
     // Draws the segments that reach into `dirty` (all of them when it is
     // empty); the painter's clip keeps the rest out anyway.
-    void Paint(QPainter *painter, const QRegion &dirty = QRegion()) const;
+    void Paint(QPainter *painter, const QColor &color, const QRegion &dirty = QRegion()) const;
     bool IsOver(int x, int y) const;
     // The pending link's second end follows the mouse (design-area point).
     void MoveNode2ToMouseCursor(QPoint pos);

@@ -4,6 +4,7 @@
 #include "designer/structuredesignerror.h"
 #include "model/dbstructure.h"
 #include "model/messages.h"
+#include "ui/readablecolor.h"
 
 #include <QLabel>
 #include <QPainter>
@@ -465,13 +466,14 @@ void TNStructDesignPanel::DoAddLinkFinish()
 
 // --- painting -------------------------------------------------------------------------
 
-void TNStructDesignPanel::DrawLinks(QPainter *painter, const QRegion &clip) const
+void TNStructDesignPanel::DrawLinks(QPainter *painter, const QRegion &clip, const QColor &background) const
 {
+    const QColor line = ReadableOn(Qt::black, background);
     for (const auto &rep : FLinkReps)
         if (clip.intersects(rep->BoundingRect()))
-            rep->Paint(painter, clip);
+            rep->Paint(painter, line, clip);
     if (FNewLink)
-        FNewLink->Paint(painter);
+        FNewLink->Paint(painter, line);
 }
 
 } // namespace vm20

@@ -155,7 +155,8 @@ public:
     void DoAddLinkFinish();
 
     // --- called by the table windows and the design area ---------------------------------------
-    void DrawLinks(QPainter *painter, const QRegion &clip) const;
+    // The lines are black, drawn lighter over a dark background.
+    void DrawLinks(QPainter *painter, const QRegion &clip, const QColor &background) const;
     void TableRepGeometryChanged(TTableRep *rep);
     void TableHovered(TTableRep *rep);
     void AreaMousePress(QPoint pos, Qt::MouseButton button);
@@ -170,6 +171,7 @@ protected:
     void resizeEvent(QResizeEvent *event) override;
     void showEvent(QShowEvent *event) override;
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void changeEvent(QEvent *event) override;
 
 private:
     void AttachModel();

@@ -4,6 +4,7 @@
 #include "designer/structdesignpanel.h"
 #include "model/messages.h"
 #include "support/nstrings.h"
+#include "ui/readablecolor.h"
 
 #include <QBoxLayout>
 #include <QEvent>
@@ -18,21 +19,24 @@ namespace vm20 {
 namespace {
 
 // The button's glyphs are drawn here rather than shipped as images: one
-// window outline to enlarge, two overlapping ones to restore.
-QIcon WindowGlyph(bool restore)
+// window outline to enlarge, two overlapping ones to restore. Black on
+// white over a light diagram; lighter lines on the base over a dark one.
+QIcon WindowGlyph(bool restore, const QColor &background)
 {
+    const QColor ink = ReadableOn(Qt::black, background);
+    const QColor paper = background.lightnessF() < 0.5 ? background : QColor(Qt::white);
     QPixmap pixmap(32, 32);
     pixmap.fill(Qt::transparent);
     QPainter painter(&pixmap);
-    painter.setPen(QPen(Qt::black, 2));
+    painter.setPen(QPen(ink, 2));
     if (restore) {
         painter.drawRect(11, 5, 16, 14);
-        painter.fillRect(5, 12, 17, 15, Qt::white);
+        painter.fillRect(5, 12, 17, 15, paper);
         painter.drawRect(5, 12, 16, 14);
-        painter.fillRect(5, 12, 17, 4, Qt::black);
+        painter.fillRect(5, 12, 17, 4, ink);
     } else {
         painter.drawRect(5, 6, 22, 20);
-        painter.fillRect(5, 6, 23, 5, Qt::black);
+        painter.fillRect(5, 6, 23, 5, ink);
     }
     return QIcon(pixmap);
 }
@@ -82,7 +86,7 @@ void TNStructDesignPanel::UpdateFullScreenButton()
 {
     FFullScreenButton->setVisible(FShowFullScreenButton);
     FFullScreenButton->setToolTip(FFullScreenMode ? QStringLiteral("Restore") : SFullScreenMode);
-    FFullScreenButton->setIcon(WindowGlyph(FFullScreenMode));
+    FFullScreenButton->setIcon(WindowGlyph(FFullScreenMode, palette().color(QPalette::Base)));
     PlaceFullScreenButton();
 }
 
@@ -156,6 +160,13 @@ void TNStructDesignPanel::SetFullScreenMode(bool value)
     }
     UpdateFullScreenButton();
     InvalidateLinks();
+}
+
+void TNStructDesignPanel::changeEvent(QEvent *event)
+{
+    QFrame::changeEvent(event);
+    if (event->type() == QEvent::PaletteChange && FFullScreenButton)
+        FFullScreenButton->setIcon(WindowGlyph(FFullScreenMode, palette().color(QPalette::Base)));
 }
 
 bool TNStructDesignPanel::eventFilter(QObject *watched, QEvent *event)

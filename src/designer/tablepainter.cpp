@@ -1,5 +1,7 @@
 #include "designer/tablepainter.h"
 
+#include "ui/readablecolor.h"
+
 #include <QFontMetrics>
 #include <QPainter>
 
@@ -60,7 +62,8 @@ void DrawTableFrame(QPainter *painter, const QRect &table, const QString &title,
         painter->fontMetrics().elidedText(title, Qt::ElideRight, textRect.width());
     painter->drawText(textRect, Qt::AlignVCenter | Qt::AlignLeft, shown);
     painter->setBrush(Qt::NoBrush);
-    painter->setPen(QPen(active ? palette.color(QPalette::Highlight) : palette.color(QPalette::Dark),
+    painter->setPen(QPen(active ? palette.color(QPalette::Highlight) : MoreContrasting(palette.color(QPalette::Base), palette.color(QPalette::Dark),
+                                                                              palette.color(QPalette::Light)),
                          1));
     painter->drawRect(table.adjusted(0, 0, -1, -1));
     painter->restore();

@@ -1,6 +1,7 @@
 #include "ui/dropdownlabel.h"
 
 #include "ui/accessibility.h"
+#include "ui/readablecolor.h"
 #include "support/exception.h"
 
 #include <QAccessible>
@@ -229,12 +230,17 @@ void TDropDownLabel::draw(QPainter *painter, const QRect &rect) const
 {
     painter->save();
     const QPalette::ColorGroup group = isEnabled() ? QPalette::Active : QPalette::Disabled;
-    painter->setPen(palette().color(group, foregroundRole()));
+    // A label sits on a panel's base or on a window; the lighter of the two
+    // is the one its colour has to stand out from.
+    const QColor base = palette().color(QPalette::Base);
+    const QColor window = palette().color(QPalette::Window);
+    const QColor background = base.lightnessF() > window.lightnessF() ? base : window;
+    painter->setPen(ReadableOn(palette().color(group, foregroundRole()), background));
     painter->setFont(font());
     const Qt::Alignment align = (layoutDirection() == Qt::RightToLeft ? Qt::AlignRight : Qt::AlignLeft) | Qt::AlignVCenter;
     painter->drawText(rect, int(align) | Qt::TextSingleLine, FCaption);
     if (FFocused) {
-        painter->setPen(QColor(0, 0, 128));
+        painter->setPen(ReadableOn(QColor(0, 0, 128), background));
         painter->setBrush(Qt::NoBrush);
         painter->drawRect(rect.adjusted(0, 0, -1, -1));
     }

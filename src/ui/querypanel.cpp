@@ -5,6 +5,7 @@
 #include "ui/dropdownlabel.h"
 #include "ui/dropdownpopup.h"
 #include "ui/querypanelaccessible.h"
+#include "ui/readablecolor.h"
 #include "ui/rndbtn.h"
 
 #include <QCheckBox>
@@ -725,7 +726,7 @@ void TNQueryPanel::PaintRow(TFilterRow *row, QPainter *painter, bool withControl
     if (current && FShowFrame) {
         if (const TDropDownLabel *control = view->CurrentControl()) {
             painter->save();
-            painter->setPen(FAppearance->ControlBorderColor());
+            painter->setPen(ReadableOn(FAppearance->ControlBorderColor(), fill));
             painter->setBrush(Qt::NoBrush);
             painter->drawRect(control->geometry().adjusted(-2, -2, 1, 1));
             painter->restore();

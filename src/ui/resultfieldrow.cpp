@@ -7,6 +7,7 @@
 #include "ui/dropdownlistbox.h"
 #include "ui/dropdownpopup.h"
 #include "ui/querypanel.h"
+#include "ui/readablecolor.h"
 #include "ui/resultfieldspanel.h"
 #include "ui/rfpanelerror.h"
 #include "ui/rfrowgeometry.h"
@@ -27,6 +28,13 @@ void StyleLabel(QWidget *label, const QFont &font, const QColor &color, bool und
     palette.setColor(QPalette::WindowText, color);
     palette.setColor(QPalette::Text, color);
     label->setPalette(palette);
+}
+
+// A plain label keeps its colour: it is matched to the panel's background
+// when set and again when the palette changes.
+QColor MissingColorOn(const QWidget *panel)
+{
+    return ReadableOn(TNQueryPanel::MissingColor(), panel->palette().color(QPalette::Base));
 }
 
 // Freed later: a label may be freed from inside its own event.
@@ -225,7 +233,7 @@ void TResultFieldRow::PlaceRow()
         FMissing = rfield->Caption().isEmpty() ? QStringLiteral("@1") : rfield->Caption();
         FMissingLabel = new QLabel(FMissing, panel->viewport());
         FMissingLabel->setTextFormat(Qt::PlainText);
-        StyleLabel(FMissingLabel, panel->font(), TNQueryPanel::MissingColor(), false);
+        StyleLabel(FMissingLabel, panel->font(), MissingColorOn(panel), false);
         FMissingLabel->resize(FMissingLabel->sizeHint());
         FMissingLabel->setToolTip(QStringLiteral("Not in the model: %1").arg(FMissing));
     }
@@ -349,6 +357,12 @@ void TResultFieldRows::SetVisible(bool value)
     FVisible = value;
     for (const auto &row : FItems)
         row->SetVisible(value);
+}
+
+void TResultFieldRow::RefreshColors()
+{
+    if (FMissingLabel)
+        StyleLabel(FMissingLabel, RFPanel()->font(), MissingColorOn(RFPanel()), false);
 }
 
 } // namespace vm20

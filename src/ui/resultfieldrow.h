@@ -63,6 +63,8 @@ public:
     void PlaceRow();
     // Moves the row's controls to their places without rebuilding them.
     void Arrange();
+    // Matches the colours fixed at build time to the panel's palette.
+    void RefreshColors();
     // Where the row's last control ends, in unscrolled left-to-right pixels.
     int Extent() const { return FExtent; }
     void CreateFieldLabel();

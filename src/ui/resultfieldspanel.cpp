@@ -243,7 +243,7 @@ void TNResultFieldsPanel::SetCurrentRow(TResultFieldRow *row)
         FCurrentRow->Button()->SetColor(QColor());
     FCurrentRow = row;
     if (FCurrentRow)
-        FCurrentRow->Button()->SetColor(palette().color(QPalette::Highlight).lighter(170));
+        FCurrentRow->Button()->SetColor(CurrentButtonColor());
 }
 
 // --- placing --------------------------------------------------------------------------------
@@ -254,6 +254,13 @@ void TNResultFieldsPanel::PlaceControl(QWidget *control, int x, int y) const
 {
     const bool rtl = layoutDirection() == Qt::RightToLeft;
     control->move(RFMirrorX(x, control->width(), viewport()->width(), rtl), y);
+}
+
+// A pale highlight under dark button text, a deep one under light text.
+QColor TNResultFieldsPanel::CurrentButtonColor() const
+{
+    const QColor highlight = palette().color(QPalette::Highlight);
+    return palette().color(QPalette::ButtonText).lightnessF() > 0.5 ? highlight.darker(150) : highlight.lighter(170);
 }
 
 void TNResultFieldsPanel::PlaceRows(int FromIndex)
@@ -341,6 +348,12 @@ void TNResultFieldsPanel::changeEvent(QEvent *event)
         PlaceRows(0);
     else if (event->type() == QEvent::LayoutDirectionChange)
         ArrangeRows();
+    else if (event->type() == QEvent::PaletteChange) {
+        for (int i = 0; i < FRows.Count(); ++i)
+            FRows.Items(i)->RefreshColors();
+        if (FCurrentRow)
+            FCurrentRow->Button()->SetColor(CurrentButtonColor());
+    }
 }
 
 // --- editing ------------------------------------------------------------------------------------

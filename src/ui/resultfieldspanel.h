@@ -123,6 +123,7 @@ private:
     // contents stay as they are.
     void ArrangeRows(int FromIndex = 0);
     void UpdateScrollBars();
+    QColor CurrentButtonColor() const;
     void UpdateMenuCaptions();
     void RunGuarded(const std::function<void()> &action);
     TQueryHistory &History();

@@ -1,6 +1,7 @@
 #include "ui/rndbtn.h"
 
 #include "ui/accessibility.h"
+#include "ui/readablecolor.h"
 
 #include <QEnterEvent>
 #include <QMouseEvent>
@@ -134,7 +135,9 @@ void TNRndBtn::draw(QPainter *painter, const QRect &rect) const
     painter->setRenderHint(QPainter::Antialiasing, FRounded);
     const QRectF face = QRectF(rect).adjusted(FMargin + 0.5, FMargin + 0.5, -FMargin - 0.5, -FMargin - 0.5);
     const bool sunken = FPressed || FMouseDown;
-    const QColor frame = palette().color(FFlat ? QPalette::Mid : (sunken ? QPalette::Dark : QPalette::Shadow));
+    const QColor frame = FFlat ? MoreContrasting(palette().color(QPalette::Window), palette().color(QPalette::Mid),
+                                                 palette().color(QPalette::Light))
+                               : palette().color(sunken ? QPalette::Dark : QPalette::Shadow);
     painter->setPen(QPen(frame, 1));
     painter->setBrush(FaceColor());
     if (FRounded) {
