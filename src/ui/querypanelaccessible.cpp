@@ -1,97 +1,48 @@
 #include "ui/querypanelaccessible.h"
 
 #include "ui/dropdownlabel.h"
+#include "ui/panelrowaccessible.h"
 #include "ui/querypanel.h"
 #include "ui/rndbtn.h"
 
-#include <QAccessibleWidget>
 #include <QCheckBox>
-#include <QPointer>
 
 namespace vm20 {
 
 namespace {
 
-// One row: no widget of its own, so it lives in the accessibility cache,
-// keyed by the panel and the row.
-class TRowAccessible : public QAccessibleInterface
+class TRowAccessible : public TPanelRowAccessible
 {
 public:
-    TRowAccessible(TNQueryPanel *panel, const TFilterRow *row) : FPanel(panel), FRow(row) {}
+    TRowAccessible(TNQueryPanel *panel, const TFilterRow *row) : TPanelRowAccessible(panel), FRow(row) {}
 
-    bool isValid() const override { return View() != nullptr; }
-    QObject *object() const override { return nullptr; }
-    QWindow *window() const override { return FPanel ? FPanel->window()->windowHandle() : nullptr; }
-    QAccessibleInterface *parent() const override { return QAccessible::queryAccessibleInterface(FPanel.data()); }
-    QAccessibleInterface *childAt(int x, int y) const override
-    {
-        for (int i = 0; i < childCount(); ++i)
-            if (QAccessibleInterface *c = child(i); c && c->rect().contains(x, y))
-                return c;
-        return nullptr;
-    }
-    int childCount() const override { return int(Controls().size()); }
-    QAccessibleInterface *child(int index) const override
-    {
-        const std::vector<QWidget *> controls = Controls();
-        return index >= 0 && index < int(controls.size())
-                   ? QAccessible::queryAccessibleInterface(controls[std::size_t(index)])
-                   : nullptr;
-    }
-    int indexOfChild(const QAccessibleInterface *child) const override
-    {
-        const std::vector<QWidget *> controls = Controls();
-        for (std::size_t i = 0; i < controls.size(); ++i)
-            if (child && child->object() == controls[i])
-                return int(i);
-        return -1;
-    }
-    QString text(QAccessible::Text t) const override
-    {
-        const TQueryRowView *view = View();
-        if (!view)
-            return {};
-        if (t == QAccessible::Name)
-            return view->Sentence();
-        if (t == QAccessible::Description && !view->Missing().isEmpty())
-            return QStringLiteral("Not in the model: %1").arg(view->Missing());
-        return {};
-    }
-    void setText(QAccessible::Text, const QString &) override {}
-    QRect rect() const override
-    {
-        const TQueryRowView *view = View();
-        if (!view)
-            return {};
-        const QRect r = view->GetRowRect();
-        return QRect(FPanel->viewport()->mapToGlobal(r.topLeft()), r.size());
-    }
-    QAccessible::Role role() const override { return QAccessible::ListItem; }
     QAccessible::State state() const override
     {
-        QAccessible::State s;
+        QAccessible::State s = TPanelRowAccessible::state();
         const TQueryRowView *view = View();
-        s.invisible = !view || !view->Visible();
         s.offscreen = view && !view->InView();
         s.disabled = !FRow || (view && !FRow->IsEffectivelyEnabled());
-        s.selectable = true;
-        s.selected = FPanel && FPanel->CurrentRow() == FRow;
         s.focusable = true;
-        s.focused = s.selected && FPanel->hasFocus();
+        s.focused = s.selected && Panel()->hasFocus();
         return s;
     }
 
-private:
-    const TQueryRowView *View() const { return FPanel ? FPanel->RowView(FRow) : nullptr; }
+protected:
+    bool Shown() const override { return View() != nullptr; }
+    QString Sentence() const override { return View()->Sentence(); }
+    QString Missing() const override { return View()->Missing(); }
+    bool Visible() const override { return View()->Visible(); }
+    bool Current() const override { return QueryPanel() && QueryPanel()->CurrentRow() == FRow; }
+    QRect ViewportRect() const override { return View()->GetRowRect(); }
     // The row's button (its menu), check box and labels, as drawn. A row
     // scrolled out of view still reads whole.
-    std::vector<QWidget *> Controls() const
+    std::vector<QWidget *> Controls() const override
     {
         std::vector<QWidget *> shown;
         const TQueryRowView *view = View();
-        if (!view || !view->Visible())
+        if (!view->Visible())
             return shown;
-        const TQPAppearance &look = FPanel->Appearance();
+        const TQPAppearance &look = QueryPanel()->Appearance();
         if (!FRow->Parent() || !look.Has(TQPAppearance::aoHideRowButtons))
             shown.push_back(view->Button());
         if (view->CheckBox() && look.Has(TQPAppearance::aoShowCheckBoxes))
@@ -101,14 +52,17 @@ private:
         return shown;
     }
 
-    QPointer<TNQueryPanel> FPanel;
+private:
+    TNQueryPanel *QueryPanel() const { return static_cast<TNQueryPanel *>(Panel()); }
+    const TQueryRowView *View() const { return QueryPanel() ? QueryPanel()->RowView(FRow) : nullptr; }
+
     const TFilterRow *FRow;
 };
 
-class TQueryPanelAccessible : public QAccessibleWidget
+class TQueryPanelAccessible : public TPanelAccessible
 {
 public:
-    explicit TQueryPanelAccessible(TNQueryPanel *panel) : QAccessibleWidget(panel, QAccessible::List) {}
+    explicit TQueryPanelAccessible(TNQueryPanel *panel) : TPanelAccessible(panel) {}
 
     // The rows, then the add-row label when it shows.
     int childCount() const override { return int(Panel()->DisplayRows().size()) + (AddRow() ? 1 : 0); }
@@ -119,7 +73,7 @@ public:
             return QAccessible::queryAccessibleInterface(AddRow());
         if (index < 0 || index >= int(rows.size()))
             return nullptr;
-        return RowInterface(rows[std::size_t(index)]);
+        return Row(rows[std::size_t(index)]);
     }
     int indexOfChild(const QAccessibleInterface *child) const override
     {
@@ -127,20 +81,14 @@ public:
         if (child && AddRow() && child->object() == AddRow())
             return int(rows.size());
         for (std::size_t i = 0; i < rows.size(); ++i)
-            if (RowInterface(rows[i]) == child)
+            if (Row(rows[i]) == child)
                 return int(i);
         return -1;
     }
 
-    QAccessibleInterface *RowInterface(const TFilterRow *row) const
+    QAccessibleInterface *Row(const TFilterRow *row) const
     {
-        auto found = FIds.find(row);
-        if (found != FIds.end())
-            if (QAccessibleInterface *known = QAccessible::accessibleInterface(found->second); known && known->isValid())
-                return known;
-        auto *made = new TRowAccessible(Panel(), row);
-        FIds[row] = QAccessible::registerAccessibleInterface(made);
-        return made;
+        return RowInterface(row, [&] { return new TRowAccessible(Panel(), row); });
     }
 
 private:
@@ -150,8 +98,6 @@ private:
         TDropDownLabel *label = Panel()->AddRowLabel();
         return label && label->isVisibleTo(Panel()) ? label : nullptr;
     }
-
-    mutable std::unordered_map<const TFilterRow *, QAccessible::Id> FIds;
 };
 
 QAccessibleInterface *Factory(const QString &className, QObject *object)
@@ -168,16 +114,12 @@ QAccessibleInterface *QueryRowAccessible(TNQueryPanel *panel, const TFilterRow *
     auto *face = dynamic_cast<TQueryPanelAccessible *>(QAccessible::queryAccessibleInterface(panel));
     if (!face || !row)
         return nullptr;
-    return face->RowInterface(row);
+    return face->Row(row);
 }
 
 void InstallQueryPanelAccessibility()
 {
-    static const bool installed = [] {
-        QAccessible::installFactory(Factory);
-        return true;
-    }();
-    (void)installed;
+    QAccessible::installFactory(Factory);
 }
 
 } // namespace vm20

@@ -9,7 +9,7 @@ namespace vm20 {
 class TFilterRow;
 class TNQueryPanel;
 
-// Registers the panel's accessible interface once per process.
+// Registers the panel's accessible interface; Qt ignores a second call.
 void InstallQueryPanelAccessibility();
 
 // The accessible item of one row of a panel (nullptr when it shows none).

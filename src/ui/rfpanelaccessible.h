@@ -4,7 +4,7 @@
 
 namespace vm20 {
 
-// Registers the panel's accessible interface once per process.
+// Registers the panel's accessible interface; Qt ignores a second call.
 void InstallRFPanelAccessibility();
 
 } // namespace vm20
