@@ -1,7 +1,6 @@
 #include "ui/rowgeometry.h"
 
 #include <algorithm>
-#include <ranges>
 
 namespace vm20 {
 
@@ -83,16 +82,23 @@ TRowGeometry PlaceRowGeometry(const TRowPlacement &p)
 
 std::pair<int, int> RowsInView(int count, int headerTop, int buttonHeight, int rowSpace, int scrollY, int viewHeight)
 {
-    // Row tops grow with the display position: two binary searches.
-    const auto positions = std::views::iota(0, std::max(count, 0));
-    const auto first = std::ranges::partition_point(positions, [&](int i) {
-        return RowTop(headerTop, i, buttonHeight, rowSpace) + buttonHeight + 2 <= scrollY;
-    });
-    const auto last = std::ranges::partition_point(positions, [&](int i) {
-        return RowTop(headerTop, i, buttonHeight, rowSpace) - 2 < scrollY + viewHeight;
-    });
-    const int begin = int(first - positions.begin());
-    return {begin, std::max(begin, int(last - positions.begin()))};
+    // Row tops grow with the display position: the first position at which
+    // a test starts to hold is found by halving.
+    const auto firstWhere = [count](const auto &holds) {
+        int low = 0;
+        int high = std::max(count, 0);
+        while (low < high) {
+            const int middle = low + (high - low) / 2;
+            if (holds(middle))
+                high = middle;
+            else
+                low = middle + 1;
+        }
+        return low;
+    };
+    const int begin = firstWhere([&](int i) { return RowTop(headerTop, i, buttonHeight, rowSpace) + buttonHeight + 2 > scrollY; });
+    const int end = firstWhere([&](int i) { return RowTop(headerTop, i, buttonHeight, rowSpace) - 2 >= scrollY + viewHeight; });
+    return {begin, std::max(begin, end)};
 }
 
 QRect RowRect(const QRect &button, int panelWidth)
