@@ -125,29 +125,6 @@ TEST_F(TRFieldListTest, ResolvesTypedExpressionsToModelFields)
         << "full names are read first";
 }
 
-TEST_F(TRFieldListTest, SavesItsSectionsAndReadsThemBack)
-{
-    list.Add("Customer name", {s.custName}, "");
-    TResultField *amount = list.Add("Amount", {s.lineQty, s.linePrice}, "@1 * @2");
-    amount->SetSorting(stDescending);
-    amount->SetSortOrder(3);
-    list.SetJustSorting(true);
-    QStringList lines;
-    list.SaveToStrings(lines);
-    const QString qty = QString::number(s.lineQty->ID());
-    const QString price = QString::number(s.linePrice->ID());
-    EXPECT_EQ(lines, QStringList({"[RFields]", "Count=2", "Version=3.6", "JustSorting=1", "",
-                                  "[RField1]", "Formula=@1", "Fields=" + QString::number(s.custName->ID()),
-                                  "Alias=Customer_name", "Caption=Customer name", "Sorting=0", "SortOrder=0", "",
-                                  "[RField2]", "Formula=@1 * @2", "Fields=" + qty + "," + price, "Alias=Amount",
-                                  "Caption=Amount", "Sorting=2", "SortOrder=3", ""}));
-    TRFieldList copy(s.model.get());
-    EXPECT_EQ(copy.LoadFromStrings(QStringList({"[Main]", ""}) + lines, 2), lines.size() + 2);
-    QStringList again;
-    copy.SaveToStrings(again);
-    EXPECT_EQ(again, lines);
-}
-
 TEST_F(TRFieldListTest, ReadsOlderVersionsByName)
 {
     struct Row { int line; QString version; QString aliasKey; QString fields; } rows[] = {
