@@ -68,8 +68,6 @@ TEST(ConvertOldOptions, SplitsOldOptionsIntoAppearanceSyntaxAndSQLOptions)
     struct Row { const char *name; unsigned appearance; TSQLSyntax syntax; TSQLOptions sqlOptions; };
     const Row rows[] = {
         {"poFlatButtons", 1u << 0, ssSQL1, {}},
-        {"poShowGroupName", 1u << 5, ssSQL1, {}},
-        {"poShowCheckBoxes", 1u << 9, ssSQL1, {}},
         {"poNewJoinsStyle", 0, ssSQL2, {}},
         {"poOracleJoins", 0, ssOracle, {}},
         {"poAsciiRFields", 0, ssSQL1, {soASCIIRFields}},

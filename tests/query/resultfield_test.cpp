@@ -29,8 +29,6 @@ struct AliasRow { int line; bool useAliases, quote, ascii; QString caption; QStr
 TEST_F(TRFieldListTest, MakesAliasesFromCaptions)
 {
     const AliasRow rows[] = {
-        {__LINE__, true, false, false, "Customer name", "Customer_name", "blanks become underscores"},
-        {__LINE__, true, true, true, "Customer name", "Customer name", "quoted aliases keep the caption"},
         {__LINE__, true, false, true, "2nd Total", "ndTotal", "a leading digit is dropped"},
         {__LINE__, true, false, true, " 2nd", "2nd", "a digit after the first character stays"},
         {__LINE__, true, false, true, "Größe-1", "Gre1", "only ASCII letters, digits and _"},
@@ -73,11 +71,8 @@ TEST_F(TRFieldListTest, QuotesEveryAliasThatIsNotOnePlainName)
         {__LINE__, false, "Customer name", "c.Name as Customer_name", "Customer_name", "a plain name stays bare"},
         {__LINE__, false, "Größe", "c.Name as Größe", "Größe", "letters of any script are plain"},
         {__LINE__, false, "Weight (kg)", "c.Name as \"Weight_(kg)\"", "\"Weight_(kg)\"", "brackets"},
-        {__LINE__, false, "E-mail", "c.Name as \"E-mail\"", "\"E-mail\"", "a minus sign"},
         {__LINE__, false, "2nd", "c.Name as \"2nd\"", "\"2nd\"", "a leading digit"},
         {__LINE__, false, "order", "c.Name as \"order\"", "\"order\"", "a reserved word"},
-        {__LINE__, false, "x\", 1 FROM t; --", "c.Name as \"x\"\",_1_FROM_t;_--\"", "\"x\"\",_1_FROM_t;_--\"",
-         "a statement in a caption stays inside its quotes"},
         {__LINE__, true, "Customer Name", "c.Name as \"Customer Name\"", "\"Customer Name\"",
          "quoted aliases sort by the quoted alias"},
         {__LINE__, true, "say \"hi\"", "c.Name as \"say \"\"hi\"\"\"", "\"say \"\"hi\"\"\"",
