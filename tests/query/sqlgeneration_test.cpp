@@ -5,7 +5,6 @@
 #include "common/raises.h"
 #include "shopquery.h"
 
-#include <array>
 
 using namespace vm20;
 using namespace shop;
