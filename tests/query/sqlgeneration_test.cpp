@@ -106,7 +106,6 @@ TEST_F(TNQueryTest, FiltersASingleTableQueryWithUnqualifiedFields)
     query.SetSQLOptions({soFilter});
     AddColumn(s.custName);
     AddCond(s.custCity, "Equal", "Paris");
-    EXPECT_EQ(query.Filter()->LinkType(), fltAny);
     EXPECT_EQ(Sql(), "SELECT c.Name as Customer_name\nFROM " + J + "Customers c\nWHERE\n(\nCity = 'Paris'\n)");
 }
 
