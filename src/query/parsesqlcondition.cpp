@@ -12,6 +12,7 @@
 #include "query/sqlparam.h"
 #include "query/templatematcher.h"
 #include "query/valueformat.h"
+#include "sqlparse/scanner.h"
 #include "sqlparse/sqlconditions.h"
 #include "sqlparse/sqltables.h"
 #include "support/nstrings.h"
@@ -106,21 +107,10 @@ QString Undoubled(QStringView inside)
 bool ReadLiteral(QStringView text, QString &inside)
 {
     text = text.trimmed();
-    if (text.size() < 2 || text.front() != u'\'')
+    if (!IsOneLiteral(text))
         return false;
-    const qsizetype last = text.size() - 1;
-    for (qsizetype i = 1; i <= last; ++i) {
-        if (text[i] != u'\'')
-            continue;
-        if (i == last) {
-            inside = Undoubled(text.sliced(1, last - 1));
-            return true;
-        }
-        if (text[i + 1] != u'\'')
-            return false;   // the literal ends before the text does
-        ++i;
-    }
-    return false;
+    inside = Undoubled(text.sliced(1, text.size() - 2));
+    return true;
 }
 
 // The items of an SQL list ("'a b', 'O''Brien', 5") as the query keeps them:
