@@ -204,16 +204,6 @@ TEST_F(QueryPanelMenusTest, EachMenuEntryChangesTheTreeAsItSays)
     }
 }
 
-TEST_F(QueryPanelMenusTest, DeletingTheLastRowReenablesTheRoot)
-{
-    first = query()->AddCondition(query()->Filter(), shop.custName);
-    query()->Filter()->SetEnabled(false);
-    answer = 20;
-    ClickButton(first);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[]"));
-    EXPECT_EQ(changes, 1);
-}
-
 TEST_F(QueryPanelMenusTest, AddRowLabelAddsOnLeftAndOffersTheMainMenuOnRight)
 {
     BuildNested();
@@ -352,40 +342,6 @@ TEST_F(QueryPanelMenusTest, ReadOnlyPanelChangesNothing)
 TEST_F(QueryPanelMenusTest, BadInputLeavesTheQueryConsistent)
 {
     BuildNested();
-    // The model loses its conditions and fields while the menu is open.
-    answer = TNQueryPanel::CustomCondTag + shop.vipOnly->ID();
-    duringMenu = [this] { shop.model->ClearStructure(); };
-    ClickButton(first);
-    duringMenu = nullptr;
-    EXPECT_EQ(changes, 0) << "the chosen condition is gone";
-    ExpectConsistent();
-
-    // The row goes while its menu is open.
-    query()->ClearAll();
-    shop = shop::MakeShopModel();
-    panel->SetDBStruct(shop.model.get());
-    BuildNested();
-    changes = 0;
-    answer = 21;
-    duringMenu = [this] { query()->DeleteRow(deep); };
-    ClickButton(deep);
-    duringMenu = nullptr;
-    EXPECT_EQ(changes, 0);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,[c,[]]]"));
-
-    // A host that changes the query from its change handler: one event.
-    query()->OnChange = [this](TNQuery *q) {
-        ++changes;
-        q->AddCondition(q->Filter(), shop.custVip);
-        panel->MenuItemClick(11);
-    };
-    panel->SetCurrentRow(first);
-    panel->MenuItemClick(1);
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,c,[c,[]],c,c]"));
-    ExpectConsistent();
-    query()->OnChange = [this](TNQuery *) { ++changes; };
-
     // A host that reloads the query from its change handler while a label
     // drops up: the label outlives its handler.
     QStringList saved;
