@@ -113,16 +113,6 @@ TEST_F(QueryPanelTest, RowsShowTheirSentences)
     EXPECT_EQ(Captions(custom), QStringLiteral("VIP customers only"));
 }
 
-TEST_F(QueryPanelTest, HiddenRootRowMakesTheFirstConditionRowZero)
-{
-    BuildNested();
-    TQPAppearance &look = panel->Appearance();
-    look.SetOptions(look.Options() + TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoHideRootRow});
-    EXPECT_FALSE(panel->RowView(panel->Filter())->Button()->isVisibleTo(panel->viewport()));
-    EXPECT_EQ(panel->RowView(first)->RowNum(), 0);
-    EXPECT_EQ(panel->RowView(first)->Button()->y(), 5);
-}
-
 TEST_F(QueryPanelTest, FollowsTheQueryChangedInCode)
 {
     BuildNested();
@@ -165,24 +155,6 @@ TEST_F(QueryPanelTest, AppearanceRebuildsOnlyOnARealChange)
     EXPECT_EQ(other.FieldColor(), QColor(0, 128, 0));
     EXPECT_EQ(other.LogOpStyle(), losBeforeCond);
     EXPECT_EQ(TQPAppearance().Options().mask(), 0x875Fu);
-}
-
-TEST(QPAppearance, StyleMapsOntoTheLogicalOperatorStyle)
-{
-    struct Row { int line; TLogicalOperatorStyle from; TQPStyle set; TLogicalOperatorStyle to; const char *why; };
-    const Row rows[] = {
-        {__LINE__, losHidden, psAndOr, losAfterCond, "and/or shows operators after the condition"},
-        {__LINE__, losBeforeCond, psAndOr, losBeforeCond, "an existing place before is kept"},
-        {__LINE__, losAfterCond, psGroups, losHidden, "groups hide the operators"},
-    };
-    for (const Row &r : rows) {
-        SCOPED_TRACE(::testing::Message() << "line " << r.line << ": " << r.why);
-        TQPAppearance look;
-        look.SetLogOpStyle(r.from);
-        look.SetStyle(r.set);
-        EXPECT_EQ(look.LogOpStyle(), r.to);
-        EXPECT_EQ(look.Style(), r.set);
-    }
 }
 
 TEST_F(QueryPanelTest, RefreshLosesNothing)
@@ -271,23 +243,6 @@ TEST_F(QueryPanelTest, PaintsTheCurrentRowAndItsFocusFrame)
     EXPECT_NE(image.pixelColor(panel->RowView(deep)->GetRowRect().center().x() + 200,
                                panel->RowView(deep)->GetRowRect().center().y()),
               QColor(255, 255, 0));
-}
-
-TEST_F(QueryPanelTest, RowsReadAsSentencesToAssistiveTools)
-{
-    BuildNested();
-    first->SetValue(1, QStringLiteral("Jo"));
-    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel.get());
-    ASSERT_NE(face, nullptr);
-    EXPECT_EQ(face->childCount(), 6 + 1) << "the rows and the add-row label";
-    QAccessibleInterface *row = face->child(1);
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(row->text(QAccessible::Name), panel->RowView(first)->Sentence());
-    EXPECT_TRUE(row->text(QAccessible::Name).startsWith(QStringLiteral("Customer name "))) ;
-    EXPECT_EQ(row->childCount(), 2 + int(panel->RowView(first)->Controls().size())) << "button, check box, labels";
-    EXPECT_EQ(row->child(1)->text(QAccessible::Name), QStringLiteral("Enable/Disable row"));
-    EXPECT_EQ(row->child(2)->text(QAccessible::Name), QStringLiteral("Customer name"));
-    EXPECT_EQ(face->indexOfChild(row), 1);
 }
 
 TEST_F(QueryPanelTest, DeepNestingAndLargeQueriesStayUsable)
