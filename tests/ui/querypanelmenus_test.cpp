@@ -163,14 +163,6 @@ TEST_F(QueryPanelMenusTest, WithoutAHookTheMenuShowsBelowTheButton)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(QueryPanelMenusTest, RootButtonOpensNoMenuWhenNoFieldHasAnOperator)
-{
-    for (int i = 0; i < shop.model->GetFieldCount(); ++i)
-        shop.model->GetField(i)->ClearOperators();
-    ClickButton(query()->Filter());
-    EXPECT_EQ(shown, nullptr);
-}
-
 TEST_F(QueryPanelMenusTest, EachMenuEntryChangesTheTreeAsItSays)
 {
     struct Row { int line; QString current; int tag; QString shape; int events; const char *why; };
