@@ -1,4 +1,4 @@
-#include "ui/querypanel.h"
+#include "nestedpanel.h"
 
 #include "common/raises.h"
 #include "model/errors.h"
@@ -23,29 +23,9 @@
 namespace vm20 {
 namespace {
 
-class QueryPanelTest : public ::testing::Test
+class QueryPanelTest : public NestedPanelTest
 {
 protected:
-    void SetUp() override
-    {
-        panel = std::make_unique<TNQueryPanel>();
-        panel->resize(500, 400);
-        panel->SetDBStruct(shop.model.get());
-        panel->Loaded();
-    }
-
-    // Root, a condition, a bracket holding a condition and a bracket holding
-    // a condition ("1.2.1.").
-    void BuildNested()
-    {
-        TNQuery *q = panel->Query();
-        first = q->AddCondition(q->Filter(), shop.custName);
-        outer = q->AddBracket(q->Filter());
-        q->AddCondition(outer, shop.custCity);
-        inner = q->AddBracket(outer);
-        deep = q->AddCondition(inner, shop.orderTotal);
-    }
-
     QString Captions(const TFilterRow *row) const
     {
         QStringList texts;
@@ -53,13 +33,6 @@ protected:
             texts << label->Caption();
         return texts.join(QLatin1Char('|'));
     }
-
-    shop::ShopModel shop = shop::MakeShopModel();
-    std::unique_ptr<TNQueryPanel> panel;
-    TSimpleCond *first = nullptr;
-    TSimpleCond *deep = nullptr;
-    TFilterBracket *outer = nullptr;
-    TFilterBracket *inner = nullptr;
 };
 
 TEST_F(QueryPanelTest, WidgetsStandWhereThePlacementRulesSay)

@@ -1,4 +1,4 @@
-#include "ui/querypanel.h"
+#include "nestedpanel.h"
 
 #include "ui/dropdownedit.h"
 #include "ui/dropdownlist.h"
@@ -30,17 +30,14 @@ QString Shape(const TFilterRow *row)
     return text + QLatin1Char('[') + inner.join(QLatin1Char(',')) + QLatin1Char(']');
 }
 
-class QueryPanelMenusTest : public ::testing::Test
+class QueryPanelMenusTest : public NestedPanelTest
 {
 protected:
     void SetUp() override
     {
-        panel = std::make_unique<TNQueryPanel>();
-        panel->resize(500, 400);
+        NestedPanelTest::SetUp();
         TQPAppearance &look = panel->Appearance();
         look.SetOptions(look.Options() - TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoFieldsMenuOnAdd});
-        panel->SetDBStruct(shop.model.get());
-        panel->Loaded();
         panel->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(panel.get()));
         query()->OnChange = [this](TNQuery *) { ++changes; };
@@ -57,16 +54,6 @@ protected:
     }
 
     TNQuery *query() const { return panel->Query(); }
-
-    // Root: c, [c, [c]]  (rows 1., 2., 2.1., 2.2., 2.2.1.)
-    void BuildNested()
-    {
-        first = query()->AddCondition(query()->Filter(), shop.custName);
-        outer = query()->AddBracket(query()->Filter());
-        query()->AddCondition(outer, shop.custCity);
-        inner = query()->AddBracket(outer);
-        deep = query()->AddCondition(inner, shop.orderTotal);
-    }
 
     void ClickButton(const TFilterRow *row)
     {
@@ -85,17 +72,11 @@ protected:
         EXPECT_EQ(Shape(copy.Filter()), before);
     }
 
-    shop::ShopModel shop = shop::MakeShopModel();
-    std::unique_ptr<TNQueryPanel> panel;
     int changes = 0;
     int answer = 0;
     QMenu *shown = nullptr;
     QList<int> visibleTags;
     std::function<void()> duringMenu;
-    TSimpleCond *first = nullptr;
-    TSimpleCond *deep = nullptr;
-    TFilterBracket *outer = nullptr;
-    TFilterBracket *inner = nullptr;
 };
 
 TEST_F(QueryPanelMenusTest, MenusCarryTheirTagsAndCaptionsFromTheTitles)
