@@ -65,25 +65,6 @@ TEST_F(DropDownList, EnterPicksTheRowUnderTheCursorThroughTheSortedList)
     EXPECT_EQ(label->Value(), QStringLiteral("y")) << "sorting does not break the row to item mapping";
 }
 
-TEST_F(DropDownList, ListOpensUpwardWhenThereIsNoRoomBelow)
-{
-    struct Row { int line; int labelTop; bool upward; const char *why; };
-    const Row rows[] = {
-        {__LINE__, 20, false, "room below"},
-        {__LINE__, 260, true, "the host ends under the label"},
-    };
-    for (const Row &r : rows) {
-        SCOPED_TRACE(testing::Message() << "line " << r.line << ": " << r.why);
-        auto *label = Abc(Place<TDropDownListBox>(10, r.labelTop));
-        label->DropDown();
-        const QRect list = label->ListBox()->geometry();
-        EXPECT_EQ(list.bottom() < r.labelTop, r.upward) << list.top() << ".." << list.bottom();
-        EXPECT_LE(list.bottom(), host->height());
-        label->DropUp(false);
-        delete label;
-    }
-}
-
 TEST_F(DropDownList, ListLosingFocusHidesItButTheLabelStaysDropped)
 {
     auto *label = Abc(Place<TDropDownListBox>(10, 10));

@@ -106,24 +106,6 @@ TEST_F(QueryHistoryTest, UndoAndRedoWalkEveryUserActionExactly)
     EXPECT_EQ(panel->RowViewCount(), q->GetRowCount()) << "the rows shown follow";
 }
 
-TEST_F(QueryHistoryTest, RecordsOnlyChangesAndPutsTheUserBackOnTheRow)
-{
-    Act([] {});
-    EXPECT_EQ(Steps(), 0) << "an action that changed nothing";
-    q->AddCondition(nullptr, shop.custVip);
-    EXPECT_EQ(Steps(), 0) << "a change in code is no step";
-    QCoreApplication::processEvents();
-
-    panel->SetCurrentRow(q->GetRowByNum(3));
-    Act([this] { q->DeleteRow(q->GetRowByNum(3)); });
-    panel->SetCurrentRow(q->GetRowByNum(1));
-    panel->Undo();
-    ASSERT_EQ(q->GetRowCount(), 6) << "the change in code is not taken back";
-    EXPECT_EQ(panel->CurrentRowNum(), 3) << "the row the action was on";
-    panel->Undo();
-    EXPECT_EQ(q->GetRowCount(), 6) << "nor is it a step of its own";
-}
-
 TEST_F(QueryHistoryTest, AQueryReplacedOrChangedInCodeIsNeverTakenBack)
 {
     const auto twoSteps = [this] {
@@ -213,22 +195,6 @@ TEST_F(QueryHistoryTest, RefusesClipboardTextThatIsNoQueryText)
     EXPECT_EQ(Text(), before);
     EXPECT_EQ(Steps(), 0);
     EXPECT_EQ(changes, 0);
-}
-
-TEST_F(QueryHistoryTest, ReadOnlyCopiesButChangesNothing)
-{
-    Act([this] { q->AddCondition(nullptr, shop.custVip); });
-    panel->SetCurrentRow(q->GetRowByNum(1));
-    panel->SetReadOnly(true);
-    const QStringList before = Text();
-    panel->CopyCurrentRow();
-    EXPECT_TRUE(QGuiApplication::clipboard()->text().contains("[Row1.]"));
-    EXPECT_FALSE(panel->PasteRows());
-    panel->Undo();
-    EXPECT_EQ(Text(), before);
-    panel->SetReadOnly(false);
-    panel->Undo();
-    EXPECT_NE(Text(), before);
 }
 
 class ResultHistoryTest : public HostTest

@@ -1,4 +1,4 @@
-#include "ui/querypanel.h"
+#include "nestedpanel.h"
 
 #include "common/raises.h"
 #include "model/errors.h"
@@ -23,29 +23,9 @@
 namespace vm20 {
 namespace {
 
-class QueryPanelTest : public ::testing::Test
+class QueryPanelTest : public NestedPanelTest
 {
 protected:
-    void SetUp() override
-    {
-        panel = std::make_unique<TNQueryPanel>();
-        panel->resize(500, 400);
-        panel->SetDBStruct(shop.model.get());
-        panel->Loaded();
-    }
-
-    // Root, a condition, a bracket holding a condition and a bracket holding
-    // a condition ("1.2.1.").
-    void BuildNested()
-    {
-        TNQuery *q = panel->Query();
-        first = q->AddCondition(q->Filter(), shop.custName);
-        outer = q->AddBracket(q->Filter());
-        q->AddCondition(outer, shop.custCity);
-        inner = q->AddBracket(outer);
-        deep = q->AddCondition(inner, shop.orderTotal);
-    }
-
     QString Captions(const TFilterRow *row) const
     {
         QStringList texts;
@@ -53,28 +33,15 @@ protected:
             texts << label->Caption();
         return texts.join(QLatin1Char('|'));
     }
-
-    shop::ShopModel shop = shop::MakeShopModel();
-    std::unique_ptr<TNQueryPanel> panel;
-    TSimpleCond *first = nullptr;
-    TSimpleCond *deep = nullptr;
-    TFilterBracket *outer = nullptr;
-    TFilterBracket *inner = nullptr;
 };
 
 TEST_F(QueryPanelTest, WidgetsStandWhereThePlacementRulesSay)
 {
     BuildNested();
-    const TQueryRowView *row1 = panel->RowView(first);
     const TQueryRowView *row5 = panel->RowView(deep);
-    ASSERT_TRUE(row1 && row5);
+    ASSERT_NE(row5, nullptr);
     EXPECT_EQ(row5->Button()->Caption(), QStringLiteral("2.2.1"));
     EXPECT_EQ(row5->RowID(), QStringLiteral("2.2.1."));
-    const int h = row1->Button()->height();
-    EXPECT_EQ(row1->Button()->geometry().topLeft(), QPoint(RowLeft(5, 20, 1), RowTop(5, 1, h, 3)));
-    EXPECT_EQ(row5->Button()->geometry().topLeft(), QPoint(RowLeft(5, 20, 3), RowTop(5, 5, h, 3)));
-    const QRect field = row5->Slot(rsFirstLabel)->geometry();
-    EXPECT_EQ(field.left(), row5->Button()->geometry().right() + 1 + 5) << "the field follows the button";
     EXPECT_EQ(row5->CheckBox()->x(), 5) << "check boxes stand in the margin whatever the depth";
     EXPECT_EQ(panel->AddRowLabel()->geometry().topLeft(),
               QPoint(row5->Button()->x(), row5->Button()->geometry().bottom() + 1 + 3 + 2));
@@ -111,16 +78,6 @@ TEST_F(QueryPanelTest, RowsShowTheirSentences)
     EXPECT_TRUE(Captions(first).endsWith(QStringLiteral("|Jo"))) << Captions(first).toStdString();
     TCustomCond *custom = panel->Query()->AddCustomCondition(panel->Filter(), shop.vipOnly);
     EXPECT_EQ(Captions(custom), QStringLiteral("VIP customers only"));
-}
-
-TEST_F(QueryPanelTest, HiddenRootRowMakesTheFirstConditionRowZero)
-{
-    BuildNested();
-    TQPAppearance &look = panel->Appearance();
-    look.SetOptions(look.Options() + TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoHideRootRow});
-    EXPECT_FALSE(panel->RowView(panel->Filter())->Button()->isVisibleTo(panel->viewport()));
-    EXPECT_EQ(panel->RowView(first)->RowNum(), 0);
-    EXPECT_EQ(panel->RowView(first)->Button()->y(), 5);
 }
 
 TEST_F(QueryPanelTest, FollowsTheQueryChangedInCode)
@@ -164,25 +121,6 @@ TEST_F(QueryPanelTest, AppearanceRebuildsOnlyOnARealChange)
     EXPECT_EQ(other.ButtonColor(), QColor(Qt::yellow));
     EXPECT_EQ(other.FieldColor(), QColor(0, 128, 0));
     EXPECT_EQ(other.LogOpStyle(), losBeforeCond);
-    EXPECT_EQ(TQPAppearance().Options().mask(), 0x875Fu);
-}
-
-TEST(QPAppearance, StyleMapsOntoTheLogicalOperatorStyle)
-{
-    struct Row { int line; TLogicalOperatorStyle from; TQPStyle set; TLogicalOperatorStyle to; const char *why; };
-    const Row rows[] = {
-        {__LINE__, losHidden, psAndOr, losAfterCond, "and/or shows operators after the condition"},
-        {__LINE__, losBeforeCond, psAndOr, losBeforeCond, "an existing place before is kept"},
-        {__LINE__, losAfterCond, psGroups, losHidden, "groups hide the operators"},
-    };
-    for (const Row &r : rows) {
-        SCOPED_TRACE(::testing::Message() << "line " << r.line << ": " << r.why);
-        TQPAppearance look;
-        look.SetLogOpStyle(r.from);
-        look.SetStyle(r.set);
-        EXPECT_EQ(look.LogOpStyle(), r.to);
-        EXPECT_EQ(look.Style(), r.set);
-    }
 }
 
 TEST_F(QueryPanelTest, RefreshLosesNothing)
@@ -271,23 +209,6 @@ TEST_F(QueryPanelTest, PaintsTheCurrentRowAndItsFocusFrame)
     EXPECT_NE(image.pixelColor(panel->RowView(deep)->GetRowRect().center().x() + 200,
                                panel->RowView(deep)->GetRowRect().center().y()),
               QColor(255, 255, 0));
-}
-
-TEST_F(QueryPanelTest, RowsReadAsSentencesToAssistiveTools)
-{
-    BuildNested();
-    first->SetValue(1, QStringLiteral("Jo"));
-    QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel.get());
-    ASSERT_NE(face, nullptr);
-    EXPECT_EQ(face->childCount(), 6 + 1) << "the rows and the add-row label";
-    QAccessibleInterface *row = face->child(1);
-    ASSERT_NE(row, nullptr);
-    EXPECT_EQ(row->text(QAccessible::Name), panel->RowView(first)->Sentence());
-    EXPECT_TRUE(row->text(QAccessible::Name).startsWith(QStringLiteral("Customer name "))) ;
-    EXPECT_EQ(row->childCount(), 2 + int(panel->RowView(first)->Controls().size())) << "button, check box, labels";
-    EXPECT_EQ(row->child(1)->text(QAccessible::Name), QStringLiteral("Enable/Disable row"));
-    EXPECT_EQ(row->child(2)->text(QAccessible::Name), QStringLiteral("Customer name"));
-    EXPECT_EQ(face->indexOfChild(row), 1);
 }
 
 TEST_F(QueryPanelTest, DeepNestingAndLargeQueriesStayUsable)

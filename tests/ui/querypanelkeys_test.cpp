@@ -1,54 +1,16 @@
-#include "ui/querypanel.h"
+#include "querypanelfixture.h"
 
 #include "ui/dropdownlabel.h"
 #include "ui/dropdownpopup.h"
 #include "ui/rndbtn.h"
-#include "uitest.h"
-
-#include "query/shopmodel.h"
 
 #include <QAccessible>
 #include <QMenu>
 #include <QScrollBar>
 #include <QTimer>
 
-#include <utility>
-#include <vector>
-
 namespace vm20 {
 namespace {
-
-using Keys = std::vector<std::pair<Qt::Key, Qt::KeyboardModifiers>>;
-constexpr Qt::KeyboardModifiers Plain = Qt::NoModifier;
-constexpr Qt::KeyboardModifiers Ctrl = Qt::ControlModifier;
-
-// The tree as words: a condition by its field, a bracket in square
-// brackets, a condition without a field as "?".
-QString Shape(const TFilterBracket *bracket)
-{
-    QStringList words;
-    for (const auto &row : bracket->Rows()) {
-        if (row->IsBracket()) {
-            words << QLatin1Char('[') + Shape(static_cast<const TFilterBracket *>(row.get())) + QLatin1Char(']');
-            continue;
-        }
-        const TDSField *field = static_cast<const TSimpleCond *>(row.get())->Field();
-        words << (field ? field->DisplayName() : QStringLiteral("?"));
-    }
-    return words.join(QLatin1Char(' '));
-}
-
-QString Name(const TFilterRow *row)
-{
-    if (!row)
-        return QStringLiteral("none");
-    if (!row->Parent())
-        return QStringLiteral("root");
-    if (row->IsBracket())
-        return QStringLiteral("[") + Shape(static_cast<const TFilterBracket *>(row)) + QLatin1Char(']');
-    const TDSField *field = static_cast<const TSimpleCond *>(row)->Field();
-    return field ? field->DisplayName() : QStringLiteral("?");
-}
 
 // Which of the row's labels is current: "first", "second", "value1",
 // "value2", "middle" (slots) or "logop".
@@ -66,50 +28,15 @@ QString ControlName(const TQueryRowView *view)
     return QStringLiteral("?");
 }
 
-class QueryPanelKeys : public HostTest
+class QueryPanelKeys : public QueryPanelFixture
 {
 protected:
-    void SetUp() override
-    {
-        HostTest::SetUp();
-        panel = new TNQueryPanel(host.get());
-        panel->resize(400, 300);
-        TQPAppearance &look = panel->Appearance();
-        look.SetLogOpStyle(losAfterCond);
-        // Insert would open the new row's field menu, a modal loop.
-        look.SetOptions(look.Options() - TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoFieldsMenuOnAdd});
-        panel->SetDBStruct(shop.model.get());
-        panel->Loaded();
-        panel->show();
-        panel->setFocus();
-        q = panel->Query();
-        q->OnChange = [this](TNQuery *) { ++changes; };
-    }
-
-    // City, [Discount Weight], Code.
-    void BuildTree()
-    {
-        city = q->AddCondition(q->Filter(), shop.custCity);
-        bracket = q->Filter()->AddNewBracket();
-        discount = q->AddCondition(bracket, shop.orderDiscount);
-        weight = q->AddCondition(bracket, shop.productWeight);
-        code = q->AddCondition(q->Filter(), shop.productCode);
-        changes = 0;
-    }
-
     TFilterRow *ByName(const QString &name) const
     {
         for (int i = 0; i < q->GetRowCount(); ++i)
             if (Name(q->GetRowByNum(i)) == name)
                 return q->GetRowByNum(i);
         return nullptr;
-    }
-
-    void Press(const Keys &keys)
-    {
-        for (const auto &[key, mods] : keys)
-            QTest::keyClick(panel, key, mods);
-        QCoreApplication::processEvents();
     }
 
     // From the tree BuildTree makes, keys pressed on one row: the tree, the
@@ -120,7 +47,6 @@ protected:
     {
         for (const EditRow &r : rows) {
             SCOPED_TRACE(::testing::Message() << "line " << r.line << ": " << r.why);
-            q->ClearAll();
             BuildTree();
             panel->SetCurrentRow(ByName(r.start));
             Press(r.keys);
@@ -134,13 +60,6 @@ protected:
             }
         }
     }
-
-    shop::ShopModel shop = shop::MakeShopModel();
-    TNQueryPanel *panel = nullptr;
-    TNQuery *q = nullptr;
-    int changes = 0;
-    TSimpleCond *city = nullptr, *discount = nullptr, *weight = nullptr, *code = nullptr;
-    TFilterBracket *bracket = nullptr;
 };
 
 TEST_F(QueryPanelKeys, ArrowsWalkRowsAndTheirDropDownLabels)
@@ -299,29 +218,6 @@ TEST_F(QueryPanelKeys, DeletingTheLastRowReenablesTheRoot)
     EXPECT_EQ(panel->CurrentRow(), q->Filter()->GetRow(0));
 }
 
-TEST_F(QueryPanelKeys, KeysWaitForAnOpenLabelAndAnInactivePanel)
-{
-    BuildTree();
-    panel->SetCurrentRow(city);
-    TDropDownLabel *value = panel->RowView(city)->Slot(rsFirstValue);
-    value->DropDown();
-    ASSERT_TRUE(value->Dropped());
-    EXPECT_FALSE(panel->KeyDown(Qt::Key_Down, Plain));
-    EXPECT_FALSE(panel->KeyDown(Qt::Key_Z, Ctrl)) << "undo belongs to the editor";
-    Press({{Qt::Key_Delete, Ctrl}, {Qt::Key_Insert, Plain}});
-    EXPECT_EQ(panel->CurrentRow(), city);
-    EXPECT_EQ(Shape(q->Filter()), QStringLiteral("City [Discount Weight] Code"));
-    value->CloseEdit(false);
-    panel->setFocus();
-    EXPECT_TRUE(panel->KeyDown(Qt::Key_Down, Plain));
-
-    panel->Deactivate();
-    EXPECT_FALSE(panel->KeyDown(Qt::Key_Insert, Plain));
-    Press({{Qt::Key_Down, Plain}, {Qt::Key_Return, Plain}, {Qt::Key_Delete, Ctrl}});
-    EXPECT_EQ(Shape(q->Filter()), QStringLiteral("City [Discount Weight] Code"));
-    EXPECT_EQ(changes, 0);
-}
-
 TEST_F(QueryPanelKeys, ReadOnlyPanelsMoveTheFocusAndChangeNothing)
 {
     BuildTree();
@@ -351,6 +247,7 @@ TEST_F(QueryPanelKeys, ReadOnlyPanelsMoveTheFocusAndChangeNothing)
 TEST_F(QueryPanelKeys, AssistiveToolsSeeTheCurrentRowFocused)
 {
     BuildTree();
+    panel->setFocus();
     panel->SetCurrentRow(city);
     Press({{Qt::Key_Down, Plain}});
     QAccessibleInterface *face = QAccessible::queryAccessibleInterface(panel);

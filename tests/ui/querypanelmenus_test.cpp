@@ -1,4 +1,4 @@
-#include "ui/querypanel.h"
+#include "nestedpanel.h"
 
 #include "ui/dropdownedit.h"
 #include "ui/dropdownlist.h"
@@ -30,17 +30,14 @@ QString Shape(const TFilterRow *row)
     return text + QLatin1Char('[') + inner.join(QLatin1Char(',')) + QLatin1Char(']');
 }
 
-class QueryPanelMenusTest : public ::testing::Test
+class QueryPanelMenusTest : public NestedPanelTest
 {
 protected:
     void SetUp() override
     {
-        panel = std::make_unique<TNQueryPanel>();
-        panel->resize(500, 400);
+        NestedPanelTest::SetUp();
         TQPAppearance &look = panel->Appearance();
         look.SetOptions(look.Options() - TQPAppearance::TQPAppearanceOptions{TQPAppearance::aoFieldsMenuOnAdd});
-        panel->SetDBStruct(shop.model.get());
-        panel->Loaded();
         panel->show();
         ASSERT_TRUE(QTest::qWaitForWindowExposed(panel.get()));
         query()->OnChange = [this](TNQuery *) { ++changes; };
@@ -57,16 +54,6 @@ protected:
     }
 
     TNQuery *query() const { return panel->Query(); }
-
-    // Root: c, [c, [c]]  (rows 1., 2., 2.1., 2.2., 2.2.1.)
-    void BuildNested()
-    {
-        first = query()->AddCondition(query()->Filter(), shop.custName);
-        outer = query()->AddBracket(query()->Filter());
-        query()->AddCondition(outer, shop.custCity);
-        inner = query()->AddBracket(outer);
-        deep = query()->AddCondition(inner, shop.orderTotal);
-    }
 
     void ClickButton(const TFilterRow *row)
     {
@@ -85,17 +72,11 @@ protected:
         EXPECT_EQ(Shape(copy.Filter()), before);
     }
 
-    shop::ShopModel shop = shop::MakeShopModel();
-    std::unique_ptr<TNQueryPanel> panel;
     int changes = 0;
     int answer = 0;
     QMenu *shown = nullptr;
     QList<int> visibleTags;
     std::function<void()> duringMenu;
-    TSimpleCond *first = nullptr;
-    TSimpleCond *deep = nullptr;
-    TFilterBracket *outer = nullptr;
-    TFilterBracket *inner = nullptr;
 };
 
 TEST_F(QueryPanelMenusTest, MenusCarryTheirTagsAndCaptionsFromTheTitles)
@@ -163,14 +144,6 @@ TEST_F(QueryPanelMenusTest, WithoutAHookTheMenuShowsBelowTheButton)
     EXPECT_EQ(changes, 1);
 }
 
-TEST_F(QueryPanelMenusTest, RootButtonOpensNoMenuWhenNoFieldHasAnOperator)
-{
-    for (int i = 0; i < shop.model->GetFieldCount(); ++i)
-        shop.model->GetField(i)->ClearOperators();
-    ClickButton(query()->Filter());
-    EXPECT_EQ(shown, nullptr);
-}
-
 TEST_F(QueryPanelMenusTest, EachMenuEntryChangesTheTreeAsItSays)
 {
     struct Row { int line; QString current; int tag; QString shape; int events; const char *why; };
@@ -202,16 +175,6 @@ TEST_F(QueryPanelMenusTest, EachMenuEntryChangesTheTreeAsItSays)
         EXPECT_EQ(changes, r.events);
         ExpectConsistent();
     }
-}
-
-TEST_F(QueryPanelMenusTest, DeletingTheLastRowReenablesTheRoot)
-{
-    first = query()->AddCondition(query()->Filter(), shop.custName);
-    query()->Filter()->SetEnabled(false);
-    answer = 20;
-    ClickButton(first);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[]"));
-    EXPECT_EQ(changes, 1);
 }
 
 TEST_F(QueryPanelMenusTest, AddRowLabelAddsOnLeftAndOffersTheMainMenuOnRight)
@@ -352,40 +315,6 @@ TEST_F(QueryPanelMenusTest, ReadOnlyPanelChangesNothing)
 TEST_F(QueryPanelMenusTest, BadInputLeavesTheQueryConsistent)
 {
     BuildNested();
-    // The model loses its conditions and fields while the menu is open.
-    answer = TNQueryPanel::CustomCondTag + shop.vipOnly->ID();
-    duringMenu = [this] { shop.model->ClearStructure(); };
-    ClickButton(first);
-    duringMenu = nullptr;
-    EXPECT_EQ(changes, 0) << "the chosen condition is gone";
-    ExpectConsistent();
-
-    // The row goes while its menu is open.
-    query()->ClearAll();
-    shop = shop::MakeShopModel();
-    panel->SetDBStruct(shop.model.get());
-    BuildNested();
-    changes = 0;
-    answer = 21;
-    duringMenu = [this] { query()->DeleteRow(deep); };
-    ClickButton(deep);
-    duringMenu = nullptr;
-    EXPECT_EQ(changes, 0);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,[c,[]]]"));
-
-    // A host that changes the query from its change handler: one event.
-    query()->OnChange = [this](TNQuery *q) {
-        ++changes;
-        q->AddCondition(q->Filter(), shop.custVip);
-        panel->MenuItemClick(11);
-    };
-    panel->SetCurrentRow(first);
-    panel->MenuItemClick(1);
-    EXPECT_EQ(changes, 1);
-    EXPECT_EQ(Shape(query()->Filter()), QStringLiteral("[c,c,[c,[]],c,c]"));
-    ExpectConsistent();
-    query()->OnChange = [this](TNQuery *) { ++changes; };
-
     // A host that reloads the query from its change handler while a label
     // drops up: the label outlives its handler.
     QStringList saved;

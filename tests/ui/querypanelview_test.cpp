@@ -254,23 +254,6 @@ TEST_F(QueryPanelViewTest, RightToLeftContentEndsAtTheLeftmostLabelShown)
     EXPECT_EQ(view->ContentEdge(), left) << "the unshown logical operator does not count (the mark goes there)";
 }
 
-TEST_F(QueryPanelViewTest, PaintRowDrawsTheRowButtonWithTheLabels)
-{
-    TSimpleCond *row = panel->Query()->AddCondition(panel->Filter(), shop.custName);
-    panel->Appearance().SetButtonColor(QColor(0, 200, 0));
-    const QRect button = panel->RowView(row)->Button()->geometry();
-    QImage image(panel->viewport()->size(), QImage::Format_ARGB32);
-    image.fill(Qt::white);
-    QPainter painter(&image);
-    panel->PaintRow(row, &painter, true);
-    painter.end();
-    // Beside its caption, the button's face shows in its colour.
-    int green = 0;
-    for (int x = button.left(); x <= button.right(); ++x)
-        green += image.pixelColor(x, button.center().y()) == QColor(0, 200, 0);
-    EXPECT_GT(green, 2);
-}
-
 TEST_F(QueryPanelViewTest, SubQueryValuesHintAsTheAppearanceAsks)
 {
     TNDBStructure &m = *shop.model;

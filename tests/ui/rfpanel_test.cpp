@@ -6,7 +6,6 @@
 #include "ui/dropdownpopup.h"
 #include "ui/resultfieldspanel.h"
 #include "ui/rfpanelerror.h"
-#include "ui/rfrowgeometry.h"
 #include "uitest.h"
 
 #include "common/raises.h"
@@ -23,38 +22,6 @@
 
 namespace vm20 {
 namespace {
-
-TEST(RFRowGeometry, PlacesButtonsAndAddRowLabel)
-{
-    const TRFRowSpacing spacing;   // 5, 5, 3, 5
-    struct Case { int line; int row, textHeight; QPoint scroll; QRect expected; const char *why; } cases[] = {
-        {__LINE__, 2, 13, {}, QRect(5, 39, 20, 14), "third row below two 14-pixel rows and gaps"},
-        {__LINE__, 0, 13, {}, QRect(5, 5, 20, 14), "first row at the margins"},
-        {__LINE__, 2, 13, {3, 10}, QRect(2, 29, 20, 14), "scrolling shifts the row back"},
-    };
-    for (const Case &c : cases)
-        EXPECT_EQ(RFRowButtonRect(spacing, c.row, c.textHeight, 20, c.scroll), c.expected)
-            << "line " << c.line << ": " << c.why;
-    EXPECT_EQ(RFAddRowLabelPos(spacing, QRect(), {}), QPoint(5, 5));
-    EXPECT_EQ(RFAddRowLabelPos(spacing, QRect(5, 39, 20, 14), {}), QPoint(5, 58));
-    EXPECT_EQ(RFMirrorX(5, 20, 200, true), 175);
-}
-
-TEST(RFRowGeometry, SplitsFormulaAtFirstPlaceholder)
-{
-    struct Case { int line; QString formula, leading, trailing; bool hasField; } cases[] = {
-        {__LINE__, "sum(@1)", "sum(", ")", true},
-        {__LINE__, "@1", "", "", true},
-        {__LINE__, "@1 + @1", "", " + @1", true},
-        {__LINE__, "count(*)", "count(*)", "", false},
-    };
-    for (const Case &c : cases) {
-        const TRFExpressionParts parts = SplitRFExpression(c.formula);
-        EXPECT_EQ(parts.Leading, c.leading) << "line " << c.line;
-        EXPECT_EQ(parts.Trailing, c.trailing) << "line " << c.line;
-        EXPECT_EQ(parts.HasField, c.hasField) << "line " << c.line;
-    }
-}
 
 class RFPanelTest : public HostTest
 {
@@ -348,14 +315,6 @@ TEST_F(RFPanelTest, ListChangedInCodeWhileALabelIsDropped)
     }
     QTest::mouseClick(panel->AddRowLabel(), Qt::LeftButton);
     EXPECT_EQ(query.RFields().Count(), 3) << "the panel stays usable";
-}
-
-TEST_F(RFPanelTest, DefaultTitlesAreSeven)
-{
-    panel->SetTitles({});
-    panel->LoadDefaultTitles();
-    EXPECT_EQ(panel->Titles().size(), 7);
-    EXPECT_EQ(panel->Title(QStringLiteral("ttlDescending")), "Descending");
 }
 
 } // namespace
