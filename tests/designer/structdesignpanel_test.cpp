@@ -231,16 +231,6 @@ TEST_F(StructDesignPanel, DragRepaintsEverythingThatMoved)
     EXPECT_TRUE(afterDrag == shown());
 }
 
-TEST_F(StructDesignPanel, ScrolledFieldMovesItsLinkEndToTheTitle)
-{
-    TTableRep *orders = Rep("orders");
-    const TTableMetrics &m = orders->ListBox()->Metrics();
-    orders->resize(orders->width(), 2 * m.Border + m.TitleHeight + m.RowHeight);   // one row shown
-    TLinkRep *link = panel.LinkRep(model.GetLink(0));
-    orders->ListBox()->SetTopIndex(2);   // customer_id (row 1) is now above the first visible row
-    EXPECT_EQ(link->Nodes1().GetLinkNode(0)->Y, orders->y() + 10);
-}
-
 TEST_F(StructDesignPanel, OddLinksAndTablesAreShownWithoutFailing)
 {
     model.AddTable("empty", "No fields");
@@ -330,44 +320,6 @@ TEST(StructDesignPanelAlone, ActivatingWithoutAModelRaisesItsOwnError)
     TNStructDesignPanel panel;
     EXPECT_EQ(Raised<EStructureDesignError>([&] { panel.Activate(); }), "Structure is not specified");
     EXPECT_FALSE(panel.Active());
-}
-
-TEST_F(StructDesignPanel, TablesWithoutAPlaceGoBesideThePlacedOnes)
-{
-    TNDBStructure other;
-    other.SetStructureAsText(model.GetStructureAsText());
-    for (int i = 0; i < other.GetTableCount(); ++i)
-        other.GetTable(i)->SetDesignPositions("0,0,0,0");
-    other.TableByName(0, "orders")->SetDesignPositions("500,300,120,90");
-    TNStructDesignPanel second;
-    second.resize(900, 600);
-    second.SetStruct(&other);
-    second.Activate();
-    const QRect orders = second.TableRep(other.TableByName(0, "orders"))->geometry();
-    EXPECT_EQ(orders, QRect(500, 300, 120, 90)) << "a saved place is kept";
-    const QRect customers = second.TableRep(other.TableByName(0, "customers"))->geometry();
-    EXPECT_EQ(customers.topLeft(), QPoint(620 + customers.width() + 40, 300))
-        << "right of the placed one, one table width beyond the gap";
-    for (const QRect &r : second.TableRects())
-        for (const QRect &s : second.TableRects())
-            EXPECT_TRUE(r == s || !r.intersects(s));
-}
-
-TEST_F(StructDesignPanel, RoutedLinksKeepOffTheTablesInBetween)
-{
-    // items sits between customers and orders on one line.
-    Rep("customers")->move(12, 10);
-    Rep("items")->move(250, 10);
-    Rep("orders")->move(500, 10);
-    TLinkRep *link = panel.LinkRep(model.GetLink(0));
-    ASSERT_TRUE(link->Route().empty());
-    panel.SetLinkRouting(lrAroundTables);
-    ASSERT_GE(link->Route().size(), 3u) << "a detour";
-    const QRect items = Rep("items")->geometry();
-    for (size_t i = 1; i < link->Route().size(); ++i)
-        EXPECT_FALSE(SegmentCrossesRect(link->Route()[i - 1], link->Route()[i], items));
-    const QPoint corner = link->Route()[1];
-    EXPECT_EQ(panel.LinkReps().IsOverSomeLink(corner.x(), corner.y()), link) << "the detour is clickable";
 }
 
 TEST_F(StructDesignPanel, HintLineFollowsTheMouse)

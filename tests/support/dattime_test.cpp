@@ -101,18 +101,6 @@ TEST_F(DateTime, ParsesByPatternOrRefuses)
     }
 }
 
-TEST_F(DateTime, PatternFormattingReadsBackForEveryNumericForm)
-{
-    const QString formats[] = {"yyyy-mm-dd hh:nn:ss.zzz", "mm/dd/yy h:nn:ss a/p", "d.m.yyyy h:n:s.z", "yyyymmddhhnnss"};
-    const TDateTime value = EncodeDate(2001, 11, 9) + EncodeTime(0, 5, 6, 7);
-    for (const QString &format : formats) {
-        TDateTime back = 0;
-        const QString text = FormatDateTime(format, value);
-        ASSERT_TRUE(TryStrToDateTimeByFormat(text, format, back)) << text.toStdString();
-        EXPECT_EQ(FormatDateTime(format, back), text);
-    }
-}
-
 TEST_F(DateTime, LocaleTextsReadBackUnderSeveralLocales)
 {
     const TDateTime value = EncodeDate(2023, 1, 2) + EncodeTime(15, 4, 0);
