@@ -278,22 +278,6 @@ TEST_F(StructDesignPanel, TableDeletedFromItsOwnMenuTakesItsLinks)
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
-TEST_F(StructDesignPanel, ThousandTablesAreArrangedWithoutOverlap)
-{
-    model.BeginUpdate();
-    for (int i = 0; i < 1000; ++i)
-        model.AddTable(QStringLiteral("t%1").arg(i), QStringLiteral("Table number %1").arg(i));
-    model.EndUpdate();
-    model.Changed();
-    ASSERT_EQ(panel.TableReps().Count(), 1003);
-    panel.ArrangeTables();
-    const std::vector<QRect> rects = panel.TableRects();
-    for (size_t i = 0; i < rects.size(); ++i)
-        for (size_t j = i + 1; j < rects.size(); ++j)
-            ASSERT_FALSE(rects[i].intersects(rects[j])) << i << " and " << j;
-    EXPECT_GE(panel.DesignArea()->Canvas()->height(), rects.back().bottom()) << "the area scrolls to the last";
-}
-
 TEST(StructDesignPanelAlone, ActivatingWithoutAModelRaisesItsOwnError)
 {
     TNStructDesignPanel panel;
