@@ -110,15 +110,5 @@ TEST(Vm20Commands, SampleStatementsSurviveParseAndBuild)
     EXPECT_EQ(checked, files.size() - int(std::size(keptOut)));
 }
 
-TEST(Vm20Tour, WalksThroughImportModelAndQueries)
-{
-    const TRun run = RunVm20({QStringLiteral("tour"), QStringLiteral("--examples"), Examples(), QStringLiteral("--db"),
-                              SampleDbUrl()});
-    ASSERT_EQ(run.ExitCode, 0) << run.Err.toStdString();
-    for (const char *part : {"1. Import the model", "[Main]", "2. The curated model", "Predefined conditions",
-                             "3.1 ", "3.4 ", "SELECT", "rows)"})
-        EXPECT_TRUE(run.Out.contains(QLatin1String(part))) << part;
-}
-
 } // namespace
 } // namespace e2e

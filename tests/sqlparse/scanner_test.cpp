@@ -51,51 +51,12 @@ TEST(TNScanner, CutsTheSourceIntoTheseTokens)
         {__LINE__, "other punctuation is one character per token",
          {"f(a,:p1)-b/c"}, "f(1) ((3) a(1) ,(3) :(3) p1(1) )(3) -(3) b(1) /(3) c(1)"},
         {__LINE__, "nothing but blanks and comments", {"  ", "-- x", "\t"}, ""},
-        {__LINE__, "no lines at all", {}, ""},
     };
     for (const TokenRow &row : rows) {
         SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
         TNScanner s = SqlScanner(row.source);
         EXPECT_EQ(Dump(s), row.tokens);
     }
-}
-
-TEST(TNScannerWalkTest, KeepsTheRealTextAndCountsLinesFromOne)
-{
-    TNScanner s = SqlScanner({"SELECT Name", "", "  FROM 'a", "b' Orders"});
-    QStringList seen;
-    for (s.FirstToken(); !s.EOS(); s.NextToken())
-        seen << QStringLiteral("%1@%2").arg(s.GetRealStr()).arg(s.GetTokLine());
-    EXPECT_EQ(seen.join(QLatin1Char(' ')), "SELECT@1 Name@1 FROM@3 'a\nb'@3 Orders@4")
-        << "a literal is on the line where it starts; its line breaks count";
-    EXPECT_EQ(s.GetTokLine(), 4) << "the end reports the last token's line";
-}
-
-TEST(TNScannerWalkTest, PeeksAtNeighboursAndStaysAtTheEnd)
-{
-    TNScanner s = SqlScanner({"Orders.Amount"});
-    s.FirstToken();
-    s.NextToken();
-    EXPECT_EQ(s.GetToken(-1).RealText, "Orders");
-    EXPECT_EQ(s.GetToken(-1).Text, "orders");
-    EXPECT_EQ(s.GetToken(1).End - s.GetToken(1).Start, 6);
-    for (int outside : {2, -2, INT_MIN, INT_MAX})
-        EXPECT_EQ(s.GetToken(outside).TokType, tokEOS) << outside;
-    s.NextToken();
-    s.NextToken();
-    s.NextToken();
-    EXPECT_TRUE(s.EOS());
-    EXPECT_EQ(s.GetTokStr(), "");
-    EXPECT_EQ(s.GetToken(-1).RealText, "Amount") << "NextToken at the end changes nothing";
-}
-
-TEST(TNScannerWalkTest, RetokenisesAfterTheSourceOrKeywordsChangeInPlace)
-{
-    TNScanner s = SqlScanner({"a"});
-    EXPECT_EQ(Dump(s), "a(1)");
-    s.Source() = QStringList{"Orders.Amount + x"};
-    s.KeyWords() << QStringLiteral("X");
-    EXPECT_EQ(Dump(s), "orders(1) .(3) amount(1) +(3) x(2)");
 }
 
 TEST(TNScannerWalkTest, KeepsOffsetsWhenLowerCasingChangesTheLength)
@@ -106,33 +67,6 @@ TEST(TNScannerWalkTest, KeepsOffsetsWhenLowerCasingChangesTheLength)
     EXPECT_EQ(Dump(s), QStringLiteral(u"id(1) from(2) t(1)"));
     s.FirstToken();
     EXPECT_EQ(s.GetRealStr(), QStringLiteral(u"\u0130D"));
-}
-
-// from, to: token indexes; -1 or past the last token is the end.
-struct PieceRow { int line; const char *why; QStringList source; int from, to; bool includeTo; QString piece; };
-
-TEST(TNScannerPiece, CutsThisPieceOutOfTheSource)
-{
-    const PieceRow rows[] = {
-        {__LINE__, "blanks before the closing token are cut", {"a   = 1"}, 0, 1, false, "a"},
-        {__LINE__, "blanks, quotes and case inside are kept",
-         {"x IN ( 'A',  \"b\" ) or"}, 2, 9, false, "( 'A',  \"b\" )"},
-        {__LINE__, "a quoted name between its quotes", {"\"My Table\" t"}, 1, 3, false, "My Table"},
-        {__LINE__, "line breaks inside are kept", {"f(a,", "  b) from"}, 0, 6, false, "f(a,\n  b)"},
-        {__LINE__, "a comment before the closing token is not part of it",
-         {"a + b -- note", "from"}, 0, 3, false, "a + b"},
-        {__LINE__, "the closing token itself with includeTo", {"a = 1 or"}, 0, 2, true, "a = 1"},
-        {__LINE__, "an end bookmark closes at the last token", {"a = 1  ", " "}, 1, 3, false, "= 1"},
-        {__LINE__, "the default bookmark is the end too", {"a b"}, 1, -1, false, "b"},
-        {__LINE__, "starting at the end gives nothing", {"a b"}, 2, 0, false, ""},
-        {__LINE__, "a closing bookmark before the opening one gives nothing", {"a b c"}, 2, 1, false, ""},
-    };
-    for (const PieceRow &row : rows) {
-        SCOPED_TRACE(::testing::Message() << "row at line " << row.line << ": " << row.why);
-        TNScanner s = SqlScanner(row.source);
-        s.FirstToken();
-        EXPECT_EQ(s.ExtractPiece({row.from}, {row.to}, row.includeTo), row.piece);
-    }
 }
 
 } // namespace

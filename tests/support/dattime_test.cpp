@@ -53,7 +53,6 @@ TEST_F(DateTime, FormatsByPatternLetters)
 {
     const struct { int line; const char *why; QString format; QString expected; } rows[] = {
         {__LINE__, "mm right after hh is minutes", "hh:mm", "15:07"},
-        {__LINE__, "m right after h is minutes, unpadded", "h:m", "15:7"},
         {__LINE__, "mm after minutes is the month again", "hh:mm mm", "15:07 03"},
         {__LINE__, "a quoted literal does not break the rule", "hh' h 'mm", "15 h 07"},
         {__LINE__, "without an hour mm is the month", "dd.mm.yy", "04.03.21"},
@@ -98,18 +97,6 @@ TEST_F(DateTime, ParsesByPatternOrRefuses)
             EXPECT_EQ(DateTimeToQDateTime(value), row.expected);
         else
             EXPECT_EQ(value, -7.0) << "a refused text leaves the value alone";
-    }
-}
-
-TEST_F(DateTime, PatternFormattingReadsBackForEveryNumericForm)
-{
-    const QString formats[] = {"yyyy-mm-dd hh:nn:ss.zzz", "mm/dd/yy h:nn:ss a/p", "d.m.yyyy h:n:s.z", "yyyymmddhhnnss"};
-    const TDateTime value = EncodeDate(2001, 11, 9) + EncodeTime(0, 5, 6, 7);
-    for (const QString &format : formats) {
-        TDateTime back = 0;
-        const QString text = FormatDateTime(format, value);
-        ASSERT_TRUE(TryStrToDateTimeByFormat(text, format, back)) << text.toStdString();
-        EXPECT_EQ(FormatDateTime(format, back), text);
     }
 }
 

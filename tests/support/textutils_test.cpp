@@ -35,17 +35,6 @@ TEST(Quoting, DoublesQuotesAndUndoesIt)
     EXPECT_EQ(DequotedStr("'"), "'") << "a lone quote is not a quoted empty text";
 }
 
-TEST(Comparisons, IgnoreWhatEachPromisesToIgnore)
-{
-    EXPECT_TRUE(SameText("ÄrGer", "äRGER"));
-    EXPECT_TRUE(SameTextIgnoring("\"Orders\".\"Id\"", "orders.id", QLatin1Char('"'), QLatin1Char('"')));
-    EXPECT_TRUE(SameTextIgnoring("[Order Date]", "order date", QLatin1Char('['), QLatin1Char(']')));
-    EXPECT_FALSE(SameTextIgnoring("[a]", "a b", QLatin1Char('['), QLatin1Char(']')));
-    EXPECT_TRUE(EqualToSpaces("a . b\t=\r\n c", "a.b=c"));
-    EXPECT_FALSE(EqualToSpaces("A.b", "a.b")) << "case still counts";
-    EXPECT_TRUE(EqualToSpaces("", " \t "));
-}
-
 TEST(IsValidIdent, AcceptsLettersDigitsAndUnderscoreOnly)
 {
     for (const char *ok : {"a", "_", "Order_1", "Größe", "_9"})
