@@ -1,9 +1,9 @@
 #include "model/dbstructure.h"
-#include "model/quietscope.h"
 
 #include "model/errors.h"
 #include "model/joingraph.h"
 #include "model/messages.h"
+#include "model/quietscope.h"
 #include "support/exception.h"
 #include "support/nstrings.h"
 
@@ -102,15 +102,10 @@ void TNCustomDBStructure::EntityDeleting(TModelChangeKind kind, const void *enti
 
 void TNCustomDBStructure::Batch(const std::function<void()> &body)
 {
-    const bool updating = FUpdating;
-    FUpdating = true;
-    try {
+    {
+        TQuietScope quiet(*this);
         body();
-    } catch (...) {
-        FUpdating = updating;
-        throw;
     }
-    FUpdating = updating;
     Changed();
 }
 

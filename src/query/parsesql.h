@@ -17,6 +17,7 @@
 #include <QString>
 #include <QStringList>
 
+#include <span>
 #include <vector>
 
 namespace vm20 {
@@ -95,6 +96,13 @@ private:
     // The condition as the model's predefined conditions and templates read
     // it, NOT included; false when nothing does.
     bool Match(const TSQLCondition &cond, bool negated, TMatch &match);
+    // The texts a condition is read by: "left op right", or for a negated
+    // one its two spellings, the NOT round the whole and the NOT inside.
+    static std::span<const QString> Readings(const TSQLCondition &cond, bool negated, QString (&texts)[2]);
+    TDSCondition *CustomConditionByTexts(std::span<const QString> texts) const;
+    // Templates over the texts in turn, then a LIKE pattern's fallback.
+    bool MatchOperators(const TSQLCondition &cond, bool negated, std::span<const QString> texts,
+                        TMatch &match);
     bool MatchOperator(const TSQLCondition &cond, const QString &text, TMatch &match);
     bool MatchLikePattern(const TSQLCondition &cond, bool negated, TMatch &match) const;
     TDSCondition *CustomConditionByText(const QString &sqlExpr) const;

@@ -12,6 +12,7 @@
 #include "query/sqlparam.h"
 #include "query/templatematcher.h"
 #include "query/valueformat.h"
+#include "sqlparse/scanner.h"
 #include "sqlparse/sqlconditions.h"
 #include "sqlparse/sqltables.h"
 #include "support/nstrings.h"
@@ -106,21 +107,10 @@ QString Undoubled(QStringView inside)
 bool ReadLiteral(QStringView text, QString &inside)
 {
     text = text.trimmed();
-    if (text.size() < 2 || text.front() != u'\'')
+    if (!IsOneLiteral(text))
         return false;
-    const qsizetype last = text.size() - 1;
-    for (qsizetype i = 1; i <= last; ++i) {
-        if (text[i] != u'\'')
-            continue;
-        if (i == last) {
-            inside = Undoubled(text.sliced(1, last - 1));
-            return true;
-        }
-        if (text[i + 1] != u'\'')
-            return false;   // the literal ends before the text does
-        ++i;
-    }
-    return false;
+    inside = Undoubled(text.sliced(1, text.size() - 2));
+    return true;
 }
 
 // The items of an SQL list ("'a b', 'O''Brien', 5") as the query keeps them:
@@ -213,12 +203,8 @@ TDSCondition *TSQLLoader::CustomConditionByText(const QString &sqlExpr) const
 
 TDSCondition *TSQLLoader::FindCustomCondition(const TSQLCondition &cond) const
 {
-    const QString plain = PlainText(cond);
-    if (cond.Negative() == cond.InnerNegative())
-        return CustomConditionByText(plain);
-    if (TDSCondition *found = CustomConditionByText(WrappedText(plain)))
-        return found;
-    return CustomConditionByText(InnerText(cond));
+    QString texts[2];
+    return CustomConditionByTexts(Readings(cond, cond.Negative() != cond.InnerNegative(), texts));
 }
 
 TDSOperator *TSQLLoader::OperatorBySQLCond(const TSQLCondition &cond, QString &value1,
@@ -226,12 +212,8 @@ TDSOperator *TSQLLoader::OperatorBySQLCond(const TSQLCondition &cond, QString &v
 {
     TMatch match;
     const bool negated = cond.Negative() != cond.InnerNegative();
-    const QString plain = PlainText(cond);
-    const bool found = negated ? MatchOperator(cond, WrappedText(plain), match)
-                                     || MatchOperator(cond, InnerText(cond), match)
-                                     || MatchLikePattern(cond, true, match)
-                               : MatchOperator(cond, plain, match) || MatchLikePattern(cond, false, match);
-    if (!found)
+    QString texts[2];
+    if (!MatchOperators(cond, negated, Readings(cond, negated, texts), match))
         return nullptr;
     value1 = match.Values[0];
     value2 = match.Values[1];
@@ -239,18 +221,42 @@ TDSOperator *TSQLLoader::OperatorBySQLCond(const TSQLCondition &cond, QString &v
     return match.Entry->Op;
 }
 
-bool TSQLLoader::Match(const TSQLCondition &cond, bool negated, TMatch &match)
+std::span<const QString> TSQLLoader::Readings(const TSQLCondition &cond, bool negated, QString (&texts)[2])
 {
     const QString plain = PlainText(cond);
-    const QString texts[2] = {negated ? WrappedText(plain) : plain, negated ? InnerText(cond) : QString()};
-    const int count = negated ? 2 : 1;
-    for (int i = 0; i < count; ++i)
-        if ((match.Custom = CustomConditionByText(texts[i])))
-            return true;
-    for (int i = 0; i < count; ++i)
-        if (MatchOperator(cond, texts[i], match))
+    if (!negated) {
+        texts[0] = plain;
+        return {texts, 1};
+    }
+    texts[0] = WrappedText(plain);
+    texts[1] = InnerText(cond);
+    return {texts, 2};
+}
+
+TDSCondition *TSQLLoader::CustomConditionByTexts(std::span<const QString> texts) const
+{
+    for (const QString &text : texts)
+        if (TDSCondition *found = CustomConditionByText(text))
+            return found;
+    return nullptr;
+}
+
+bool TSQLLoader::MatchOperators(const TSQLCondition &cond, bool negated, std::span<const QString> texts,
+                                TMatch &match)
+{
+    for (const QString &text : texts)
+        if (MatchOperator(cond, text, match))
             return true;
     return MatchLikePattern(cond, negated, match);
+}
+
+bool TSQLLoader::Match(const TSQLCondition &cond, bool negated, TMatch &match)
+{
+    QString texts[2];
+    const std::span<const QString> readings = Readings(cond, negated, texts);
+    if ((match.Custom = CustomConditionByTexts(readings)))
+        return true;
+    return MatchOperators(cond, negated, readings, match);
 }
 
 bool TSQLLoader::MatchOperator(const TSQLCondition &cond, const QString &sqlExpr, TMatch &match)

@@ -310,4 +310,21 @@ QStringView TNScanner::PieceView(const TNScannerBookmark &from, const TNScannerB
     return QStringView(FText).mid(start, end - start);
 }
 
+bool IsOneLiteral(QStringView text)
+{
+    if (text.size() < 2 || text.front() != u'\'')
+        return false;
+    const qsizetype last = text.size() - 1;
+    for (qsizetype i = 1; i <= last; ++i) {
+        if (text[i] != u'\'')
+            continue;
+        if (i == last)
+            return true;
+        if (text[i + 1] != u'\'')
+            return false;   // the literal ends before the text does
+        ++i;
+    }
+    return false;
+}
+
 } // namespace vm20

@@ -40,6 +40,11 @@ struct TNScannerBookmark
     int Index = -1;
 };
 
+// Whether `text` is exactly one string literal, quotes included: it opens
+// with a quote and the first quote not doubled is its last character. A
+// string token fails this when its literal runs unclosed to the end.
+bool IsOneLiteral(QStringView text);
+
 class TNScanner
 {
 public:

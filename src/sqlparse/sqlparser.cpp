@@ -17,24 +17,6 @@ TNSQLParser::TNSQLParser()
 
 TNSQLParser::~TNSQLParser() = default;
 
-namespace {
-
-// Whether a string token ends with its closing quote: the scanner lets a
-// literal without one run to the end of the statement.
-bool IsTerminatedLiteral(QStringView literal)
-{
-    for (qsizetype i = 1; i < literal.size(); ++i) {
-        if (literal[i] != u'\'')
-            continue;
-        if (i + 1 == literal.size())
-            return true;
-        ++i;   // a doubled quote is part of the text
-    }
-    return false;
-}
-
-} // namespace
-
 void TNSQLParser::Error(const QString &msg) const
 {
     throw ESQLParserError(msg + QStringLiteral("\r\nLine:") + QString::number(FScanner->GetTokLine()));
@@ -48,7 +30,7 @@ void TNSQLParser::Parse()
     FScanner->FirstToken();
     // Text swallowed by an open quote would silently drop what follows it.
     const TNToken last = FScanner->GetToken(FScanner->TokenCount() - 1);
-    if (last.TokType == tokString && !IsTerminatedLiteral(last.RealText)) {
+    if (last.TokType == tokString && !IsOneLiteral(last.RealText)) {
         for (int i = 1; i < FScanner->TokenCount(); ++i)   // the error names its line
             FScanner->NextToken();
         Error(SUnterminatedLiteral);

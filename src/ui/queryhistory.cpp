@@ -1,5 +1,6 @@
 #include "ui/queryhistory.h"
 
+#include <QScopedValueRollback>
 #include <QTimer>
 #include <QUndoCommand>
 #include <QUndoStack>
@@ -130,12 +131,7 @@ bool TQueryHistory::Redo()
 
 void TQueryHistory::Apply(const QStringList &text, int position)
 {
-    FRestoring = true;
-    struct TGuard
-    {
-        bool &flag;
-        ~TGuard() { flag = false; }
-    } guard{FRestoring};
+    const QScopedValueRollback restoring(FRestoring, true);
     FAccess.Load(text, FState);
     FState = text;
     FPosition = position;

@@ -126,13 +126,7 @@ void TNQueryPanel::Activate()
         return;
     FActive = true;
     try {
-        BuildViews(FQuery->Filter(), true);
-        FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
-        FAddRowLabel->SetFixed(true);
-        WireAddRowLabel();
-        SetAddRowCaption();
-        PlaceAllRows();
-        ShowAllRows();
+        BuildAll(true);
         HistorySync();
     } catch (...) {
         Deactivate();
@@ -196,7 +190,12 @@ void TNQueryPanel::RebuildQuietly()
 {
     Deactivate();
     FActive = true;
-    BuildViews(FQuery->Filter(), false);
+    BuildAll(false);
+}
+
+void TNQueryPanel::BuildAll(bool strict)
+{
+    BuildViews(FQuery->Filter(), strict);
     FAddRowLabel = std::make_unique<TDropDownLabel>(viewport());
     FAddRowLabel->SetFixed(true);
     WireAddRowLabel();

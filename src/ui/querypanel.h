@@ -276,6 +276,8 @@ private:
     void RebuildRowView(TFilterRow *row);
     void Rebuild();
     void RebuildQuietly();
+    // The row views and the add-row label for the query as it stands.
+    void BuildAll(bool strict);
     void ScheduleLayout();
     void EnsureLayout() const;
     void UpdateScrollBars(int contentRight, int contentBottom);

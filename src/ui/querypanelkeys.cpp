@@ -40,11 +40,7 @@ int ScrollDelta(int low, int high, int size)
 
 TFilterBracket *TNQueryPanel::GetCurrentBracket() const
 {
-    if (!FCurrentRow)
-        return FQuery->Filter();
-    if (FCurrentRow->IsBracket())
-        return static_cast<TFilterBracket *>(FCurrentRow);
-    return FCurrentRow->Parent();
+    return BracketOfRow(FCurrentRow);
 }
 
 int TNQueryPanel::RootOffset() const

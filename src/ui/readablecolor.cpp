@@ -1,5 +1,7 @@
 #include "ui/readablecolor.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <array>
 #include <cmath>
@@ -44,10 +46,11 @@ QColor MoreContrasting(const QColor &background, const QColor &first, const QCol
     return ContrastRatio(second, background) > ContrastRatio(first, background) ? second : first;
 }
 
-QColor ReadableOn(const QColor &color, const QColor &background)
+namespace {
+
+QColor Lightened(const QColor &color, const QColor &background)
 {
-    if (!color.isValid() || !background.isValid() || background.lightnessF() >= 0.5 || !IsDefault(color)
-        || ContrastRatio(color, background) >= MinContrast)
+    if (ContrastRatio(color, background) >= MinContrast)
         return color;
     // Raising the lightness alone keeps the hue and saturation: blue turns
     // light blue, green light green, black grey.
@@ -61,6 +64,26 @@ QColor ReadableOn(const QColor &color, const QColor &background)
             return lighter;
     }
     return QColor(Qt::white);
+}
+
+} // namespace
+
+QColor ReadableOn(const QColor &color, const QColor &background)
+{
+    if (!color.isValid() || !background.isValid() || background.lightnessF() >= 0.5 || !IsDefault(color))
+        return color;
+    // Every label asks on every paint, and the search takes hundreds of
+    // powers; the pairs asked about are few (five colours, a palette's
+    // backgrounds), so each is worked out once.
+    thread_local QHash<quint64, QColor> known;
+    const quint64 key = (quint64(color.rgb()) << 32) | background.rgba();
+    if (const auto found = known.constFind(key); found != known.cend())
+        return *found == color ? color : *found;
+    if (known.size() >= 256)
+        known.clear();
+    const QColor result = Lightened(color, background);
+    known.insert(key, result);
+    return result;
 }
 
 } // namespace vm20

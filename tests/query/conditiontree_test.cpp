@@ -1,5 +1,5 @@
 // The condition tree: numbering in display order, identifiers, positions by
-// row number, what observers and links are told, labels and query text.
+// row number, what links are told, labels and query text.
 #include "model/errors.h"
 #include "common/raises.h"
 #include "shopquery.h"
@@ -93,46 +93,6 @@ TEST_F(TFilterBracketTest, DerivesHavingAndBracketKindFromTheFirstCondition)
     EXPECT_EQ(inner->BracketKind(), 2) << "inherits its parent's";
     EXPECT_EQ(inner->RowID(), "1.2.");
     EXPECT_EQ(query.Filter()->BracketKind(), 0);
-}
-
-class RecordingObserver : public TNQueryObserver
-{
-public:
-    void RowInserted(TFilterRow *row) override { events << "inserted " + row->RowID(); }
-    void RowRemoved(TFilterRow *row) override
-    {
-        // The row and its sub-tree are still whole when the observer hears of it.
-        const int children = row->IsBracket() ? static_cast<TFilterBracket *>(row)->GetRowCount() : -1;
-        events << QStringLiteral("removed %1 with %2").arg(row->RowID()).arg(children);
-    }
-    void RowChanged(TFilterRow *row) override { events << "changed " + row->RowID(); }
-    void Reset() override { events << "reset"; }
-    QStringList events;
-};
-
-TEST_F(TFilterBracketTest, TellsObserversOfEveryChange)
-{
-    RecordingObserver observer;
-    query.AddObserver(&observer);
-    TFilterBracket *bracket = query.AddBracket(query.Filter());
-    TSimpleCond *cond = AddCond(bracket, s.custCity, "Equal", "Rome");
-    cond->SetEnabled(false);
-    cond->SetEnabled(false);
-    bracket->SetLinkType(fltNone);
-    query.Filter()->DeleteRow(0);
-    EXPECT_EQ(observer.events,
-              QStringList({"inserted 1.", "inserted 1.1.", "changed 1.1.", "changed 1.1.", "changed 1.1.",
-                           "changed 1.", "removed 1. with 1"}))
-        << "field, value and Enabled change the row once each; the field brought the operator; the second "
-           "Enabled(false) is no change";
-
-    observer.events.clear();
-    query.BeginUpdate();
-    AddCond(s.custCity, "Equal", "Oslo");
-    query.Filter()->ClearRows();
-    query.EndUpdate();
-    EXPECT_EQ(observer.events, QStringList({"reset"}));
-    query.RemoveObserver(&observer);
 }
 
 TEST_F(TFilterBracketTest, NumbersAndFreesDeeplyNestedTreesWithoutRecursion)

@@ -76,11 +76,9 @@ TEST_F(TNQueryBaseTest, MovesTheIndexOnlyWhenTheCurrentItemIsOneOfTheLastTwo)
     const QStringList scrolled{"list 3 1", "BeforeScroll", "index 0", "AfterScroll"};
     const Row rows[] = {
         {__LINE__, 3, 0, 0, 0, {"list 3 0"}, "two after it: the index stays, now on the next item"},
-        {__LINE__, 4, 1, 1, 1, {"list 3 1"}, "two after it, not the first"},
         {__LINE__, 3, 1, 1, 0, scrolled, "one after it: the previous"},
         {__LINE__, 2, 1, 1, 0, scrolled, "the last: the previous"},
         {__LINE__, 2, 0, 0, -1, {"list 3 0"}, "the first with one after it: none, silently"},
-        {__LINE__, 1, 0, 0, -1, {"list 3 0"}, "the only item: none, silently"},
         {__LINE__, 3, 2, 0, 2, {"list 3 0"}, "another item: the index is left as it is"},
     };
     for (const Row &row : rows) {

@@ -1,10 +1,8 @@
 // The query text: the exact layout, and what a save keeps through a load.
-#include "query/querytextfile.h"
 #include "query/sqlparam.h"
 #include "shopquery.h"
 
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 
 using namespace vm20;
 using namespace shop;
@@ -51,7 +49,6 @@ protected:
         total->GetParam(1)->SetValueFormat("@v");
         total->SetEnabled(false);
     }
-    QTemporaryDir dir;
 };
 
 const QString SmallQueryText = QStringLiteral(
@@ -95,17 +92,6 @@ TEST_F(TNQueryTextTest, IgnoresTheOptionsWhenTheyAreNotSaved)
     query.SetSQLOptions(TSQLOptions{soBracketJoins});
     query.LoadFromStrings(withOptions);
     EXPECT_EQ(query.SQLOptions(), TSQLOptions{soBracketJoins}) << "Options=2 ignored";
-}
-
-TEST_F(TNQueryTextTest, KeepsStoredCaptionsThroughAFile)
-{
-    SmallQuery();
-    QStringList lines = Save();
-    // Not recomputed from the value on loading.
-    lines.replace(lines.indexOf("Caption1=Paris"), "Caption1=the capital");
-    WriteQueryTextFile(dir.filePath("q.vmq"), lines);
-    query.LoadFromFile(dir.filePath("q.vmq"));
-    EXPECT_EQ(Save(), lines);
 }
 
 TEST_F(TNQueryTextTest, KeepsAMainTableOtherThanTheModelsDefault)

@@ -38,7 +38,6 @@ TEST_F(TNQueryOldTextTest, FindsFieldsTheWayTheTextsVersionNamesThem)
         {__LINE__, "1.9", {"FieldID=3"}, false, "no IDs before 2.0"},
         {__LINE__, "2.0", {"FieldID=3", "FldName=nothing"}, true, "from 2.0 by ID"},
         {__LINE__, "2.0", {"FldName=Customers.City"}, false, "from 2.0 names are ignored"},
-        {__LINE__, "3.6", {"FieldID=999"}, false, "an unknown ID: no field"},
         {__LINE__, "", {"FldName=Customers.City"}, true, "no version reads as 1.1"},
     };
     for (const Row &row : rows) {
@@ -68,8 +67,6 @@ TEST(ConvertOldOptions, SplitsOldOptionsIntoAppearanceSyntaxAndSQLOptions)
     struct Row { const char *name; unsigned appearance; TSQLSyntax syntax; TSQLOptions sqlOptions; };
     const Row rows[] = {
         {"poFlatButtons", 1u << 0, ssSQL1, {}},
-        {"poShowGroupName", 1u << 5, ssSQL1, {}},
-        {"poShowCheckBoxes", 1u << 9, ssSQL1, {}},
         {"poNewJoinsStyle", 0, ssSQL2, {}},
         {"poOracleJoins", 0, ssOracle, {}},
         {"poAsciiRFields", 0, ssSQL1, {soASCIIRFields}},

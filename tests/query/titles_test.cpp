@@ -1,4 +1,4 @@
-// The titles store: defaults and the older title forms.
+// The titles store: the older title forms.
 #include "common/printers.h"
 #include "query/titles.h"
 
@@ -7,16 +7,6 @@
 using namespace vm20;
 
 namespace {
-
-TEST(TQueryTitlesTest, StartsWithTheFiftyEightDefaultLines)
-{
-    TQueryTitles titles;
-    ASSERT_EQ(titles.Lines().size(), 58);
-    EXPECT_EQ(titles.Lines()[24], "[Result Fields Editor]");
-    EXPECT_EQ(titles.GetTitle("ttlMgsDeleteField"), "Delete Field \"%s\"?");
-    EXPECT_EQ(titles.GetTitle("TTLFILTER"), "Choose records where @ of the following apply");
-    EXPECT_EQ(titles.GetTitle("ttlNoSuchTitle"), "");
-}
 
 TEST(TQueryTitlesTest, TakesOldTitlesByPositionAndKeepsTextsForEmptyOnes)
 {
