@@ -62,15 +62,28 @@ void FreeDeferred()
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
+// The diagram of 200 tables shown in a panel, its first arrangement not yet
+// painted.
+struct ShownDiagram
+{
+    TNDBStructure model;
+    TNStructDesignPanel panel;
+
+    ShownDiagram()
+    {
+        BuildModel(model, 200);
+        panel.resize(1400, 900);
+        panel.SetStruct(&model);
+        panel.show();
+    }
+};
+
 void BM_ActivateDiagram(benchmark::State &state)
 {
     App();
-    TNDBStructure model;
-    BuildModel(model, 200);
-    TNStructDesignPanel panel;
-    panel.resize(1400, 900);
-    panel.SetStruct(&model);
-    panel.show();
+    ShownDiagram diagram;
+    TNDBStructure &model = diagram.model;
+    TNStructDesignPanel &panel = diagram.panel;
     for (auto _ : state) {
         panel.Activate();
         state.PauseTiming();
@@ -96,12 +109,9 @@ void SendMouse(QWidget *widget, QEvent::Type type, QPoint pos)
 void BM_DragTableOneMove(benchmark::State &state)
 {
     App();
-    TNDBStructure model;
-    BuildModel(model, 200);
-    TNStructDesignPanel panel;
-    panel.resize(1400, 900);
-    panel.SetStruct(&model);
-    panel.show();
+    ShownDiagram diagram;
+    TNDBStructure &model = diagram.model;
+    TNStructDesignPanel &panel = diagram.panel;
     QApplication::processEvents();
     TTableRep *rep = panel.TableRep(model.GetTable(10));
     const QPoint grip(10, 5);
@@ -123,12 +133,9 @@ BENCHMARK(BM_DragTableOneMove)->Unit(benchmark::kMillisecond);
 void BM_DragTableGrowingDiagram(benchmark::State &state)
 {
     App();
-    TNDBStructure model;
-    BuildModel(model, 200);
-    TNStructDesignPanel panel;
-    panel.resize(1400, 900);
-    panel.SetStruct(&model);
-    panel.show();
+    ShownDiagram diagram;
+    TNDBStructure &model = diagram.model;
+    TNStructDesignPanel &panel = diagram.panel;
     QApplication::processEvents();
     TTableRep *rep = panel.TableRep(model.GetTable(10));
     const QPoint grip(10, 5);

@@ -97,6 +97,15 @@ std::unique_ptr<TNQueryPanel> MakePanel(Fixture &f, int rows)
     return panel;
 }
 
+// A shown panel with its first layout and painting done.
+std::unique_ptr<TNQueryPanel> ShownPanel(Fixture &f, int rows)
+{
+    auto panel = MakePanel(f, rows);
+    panel->show();
+    QApplication::processEvents();
+    return panel;
+}
+
 void BM_Activate(benchmark::State &state)
 {
     Fixture f;
@@ -148,9 +157,7 @@ BENCHMARK(BM_UndoStep)->Arg(1000)->Unit(benchmark::kMillisecond);
 void BM_PaintAfterScroll(benchmark::State &state)
 {
     Fixture f;
-    auto panel = MakePanel(f, int(state.range(0)));
-    panel->show();
-    QApplication::processEvents();
+    auto panel = ShownPanel(f, int(state.range(0)));
     QImage image(panel->viewport()->size(), QImage::Format_ARGB32_Premultiplied);
     QScrollBar *bar = panel->verticalScrollBar();
     int step = 0;
@@ -161,15 +168,6 @@ void BM_PaintAfterScroll(benchmark::State &state)
     }
 }
 BENCHMARK(BM_PaintAfterScroll)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
-
-// A shown panel with its first layout and painting done.
-std::unique_ptr<TNQueryPanel> ShownPanel(Fixture &f, int rows)
-{
-    auto panel = MakePanel(f, rows);
-    panel->show();
-    QApplication::processEvents();
-    return panel;
-}
 
 // A condition halfway down, in a bracket with siblings on both sides.
 TFilterRow *MiddleCondition(TNQuery &q)
@@ -196,18 +194,30 @@ void BM_MoveRow(benchmark::State &state)
 }
 BENCHMARK(BM_MoveRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);
 
-// Near the top of the root: every row below shifts.
+// A condition added near the top of the root, so that every row below
+// shifts, and the panel brought up to date.
+TSimpleCond *InsertNearTop(Fixture &f, TNQuery &q)
+{
+    TSimpleCond *added = q.AddConditionNum(q.Filter(), 1, f.kinds[0].first);
+    QApplication::processEvents();
+    return added;
+}
+
+void DeleteAndPlace(TNQuery &q, TFilterRow *row)
+{
+    q.DeleteRow(row);
+    QApplication::processEvents();
+}
+
 void BM_InsertRow(benchmark::State &state)
 {
     Fixture f;
     auto panel = ShownPanel(f, int(state.range(0)));
     TNQuery &q = *panel->Query();
     for (auto _ : state) {
-        TSimpleCond *added = q.AddConditionNum(q.Filter(), 1, f.kinds[0].first);
-        QApplication::processEvents();
+        TSimpleCond *added = InsertNearTop(f, q);
         state.PauseTiming();
-        q.DeleteRow(added);
-        QApplication::processEvents();
+        DeleteAndPlace(q, added);
         state.ResumeTiming();
     }
 }
@@ -220,11 +230,9 @@ void BM_DeleteRow(benchmark::State &state)
     TNQuery &q = *panel->Query();
     for (auto _ : state) {
         state.PauseTiming();
-        TSimpleCond *added = q.AddConditionNum(q.Filter(), 1, f.kinds[0].first);
-        QApplication::processEvents();
+        TSimpleCond *added = InsertNearTop(f, q);
         state.ResumeTiming();
-        q.DeleteRow(added);
-        QApplication::processEvents();
+        DeleteAndPlace(q, added);
     }
 }
 BENCHMARK(BM_DeleteRow)->Arg(1000)->Arg(10000)->Unit(benchmark::kMillisecond);

@@ -50,9 +50,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         QStringList copied;
         target.query.SaveRowToStrings(row, copied);
         const std::vector<TFilterRow *> again = target.query.InsertRowsFromStrings(nullptr, 0, copied);
+        if (again.size() != 1)
+            std::abort();
         QStringList recopied;
-        target.query.SaveRowToStrings(again.at(0), recopied);
-        if (again.size() != 1 || recopied != copied)
+        target.query.SaveRowToStrings(again.front(), recopied);
+        if (recopied != copied)
             std::abort();
     }
     return 0;

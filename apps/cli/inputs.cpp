@@ -10,6 +10,7 @@
 
 #include <QFile>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 
@@ -191,10 +192,7 @@ void PrepareQuery(TNQuery &query, TNCustomDBStructure &model)
 void LoadQueryInput(TNQuery &query, const QString &path)
 {
     const QStringList lines = ReadInput(path);
-    bool blank = true;
-    for (const QString &line : lines)
-        blank = blank && line.trimmed().isEmpty();
-    if (blank)
+    if (std::all_of(lines.begin(), lines.end(), [](const QString &line) { return line.trimmed().isEmpty(); }))
         throw Exception(path.isEmpty() ? QStringLiteral("Standard input holds no query text")
                                        : QStringLiteral("Query file \"%1\" holds no query text").arg(path));
     query.LoadFromStrings(lines);

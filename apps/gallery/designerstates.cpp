@@ -67,16 +67,8 @@ std::vector<GalleryState> DesignerStates()
         {QStringLiteral("designer-active-table"), [] { return Designer(dsActiveTable); }},
         {QStringLiteral("designer-active-link"), [] { return Designer(dsActiveLink); }},
         {QStringLiteral("designer-add-link-stage2"), [] { return Designer(dsAddLink); }},
-        {QStringLiteral("designer-dark-active-link"), [] {
-             GalleryShot shot = Designer(dsActiveLink);
-             Darken(shot);
-             return shot;
-         }},
-        {QStringLiteral("designer-dark-hints"), [] {
-             GalleryShot shot = Designer(dsAddLink);
-             Darken(shot);
-             return shot;
-         }},
+        {QStringLiteral("designer-dark-active-link"), [] { return Darkened(Designer(dsActiveLink)); }},
+        {QStringLiteral("designer-dark-hints"), [] { return Darkened(Designer(dsAddLink)); }},
         {QStringLiteral("designer-hints"), [] { return Designer(dsHints); }},
         {QStringLiteral("designer-routed"), [] { return Designer(dsRouted); }},
     };

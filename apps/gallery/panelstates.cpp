@@ -172,8 +172,7 @@ std::vector<GalleryState> PanelStates()
         {QStringLiteral("panel-row-menu"), [] { return MenuOpen(mkRow); }},
         {QStringLiteral("panel-value-menu"), [] { return MenuOpen(mkValue); }},
         {QStringLiteral("panel-dark"), [] {
-             GalleryShot shot = Panel([](TNQueryPanel &) {});
-             Darken(shot);
+             GalleryShot shot = Darkened(Panel([](TNQueryPanel &) {}));
              // The first value list of the panel open: its row made current.
              auto *panel = static_cast<TNQueryPanel *>(shot.widget.get());
              for (TFilterRow *row : panel->DisplayRows()) {
@@ -187,15 +186,9 @@ std::vector<GalleryState> PanelStates()
              return shot;
          }},
         {QStringLiteral("panel-dark-rtl"), [] {
-             GalleryShot shot = Panel([](TNQueryPanel &p) { p.setLayoutDirection(Qt::RightToLeft); });
-             Darken(shot);
-             return shot;
+             return Darkened(Panel([](TNQueryPanel &p) { p.setLayoutDirection(Qt::RightToLeft); }));
          }},
-        {QStringLiteral("panel-dark-value-menu"), [] {
-             GalleryShot shot = MenuOpen(mkValue);
-             Darken(shot);
-             return shot;
-         }},
+        {QStringLiteral("panel-dark-value-menu"), [] { return Darkened(MenuOpen(mkValue)); }},
         {QStringLiteral("panel-parsed-sql"), [] {
              return Panel([](TNQueryPanel &) {}, [](TNQuery &q, TNDBStructure &) {
                  q.ParseSQL({QStringLiteral("SELECT customers.company_name FROM customers"),

@@ -97,10 +97,6 @@ std::vector<GalleryState> ResultPanelStates()
         {QStringLiteral("result-panel-missing-field"), [] {
              return ResultPanel({false, Qt::LeftToRight, true, true});
          }},
-        {QStringLiteral("result-panel-dark"), [] {
-             GalleryShot shot = ResultPanel({false, Qt::LeftToRight, true, true});
-             Darken(shot);
-             return shot;
-         }},
+        {QStringLiteral("result-panel-dark"), [] { return Darkened(ResultPanel({false, Qt::LeftToRight, true, true})); }},
     };
 }

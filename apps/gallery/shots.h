@@ -52,6 +52,7 @@ GalleryShot InteractivePage(bool empty);
 // the shot's widget and its pop-up windows.
 QPalette DarkPalette();
 void Darken(GalleryShot &shot);
+GalleryShot Darkened(GalleryShot shot);
 
 // Renders the widget and its overlays into one image.
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio);

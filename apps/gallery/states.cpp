@@ -315,11 +315,7 @@ std::vector<GalleryState> GalleryStates()
                  Darken(shot);
              });
          }},
-        {QStringLiteral("buttons-dark"), [] {
-             GalleryShot shot = Buttons(false, false);
-             Darken(shot);
-             return shot;
-         }},
+        {QStringLiteral("buttons-dark"), [] { return Darkened(Buttons(false, false)); }},
         {QStringLiteral("menu-max-item-count"), [] { return LongMenu(25, 10, pstBalanced); }},
         {QStringLiteral("menu-fit-balanced"), [] { return LongMenu(100, 0, pstBalanced); }},
         {QStringLiteral("menu-fit-fill-first"), [] { return LongMenu(100, 0, pstFillFirst); }},
@@ -371,6 +367,12 @@ void Darken(GalleryShot &shot)
     shot.widget->setPalette(dark);
     for (const auto &overlay : shot.overlays)
         overlay.first->setPalette(dark);
+}
+
+GalleryShot Darkened(GalleryShot shot)
+{
+    Darken(shot);
+    return shot;
 }
 
 QImage RenderShot(const GalleryShot &shot, qreal devicePixelRatio)
