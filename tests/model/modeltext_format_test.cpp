@@ -38,16 +38,6 @@ TEST(TNCustomDBStructureText, SmallModelIsWrittenExactlyAndReadBackToTheSameText
     EXPECT_EQ(loaded.LoadedVersion(), 3.6);
 }
 
-TEST(TNCustomDBStructureText, ModelWithoutEntitiesWritesMainAndAnEmptyRootGroup)
-{
-    TNCustomDBStructure model;
-    model.ClearOperators();
-    const QStringList expected = {"[Main]", "Version=3.6", "OperatCount=0", "TableCount=0", "FieldCount=0",
-                                  "CondCount=0", "FieldGroups=0", "DefaultMainTable=", "RootFieldsFirst=0",
-                                  " ", "[RootGroup]", "Fields="};
-    EXPECT_EQ(Saved(model), expected);
-}
-
 TEST(TNCustomDBStructureText, RichModelSurvivesSaveLoadSaveUnchanged)
 {
     TNCustomDBStructure model;
@@ -63,8 +53,6 @@ TEST(TNCustomDBStructureText, RichModelSurvivesSaveLoadSaveUnchanged)
     loaded.LoadFromStrings(first);
     EXPECT_EQ(Saved(loaded).join('\n'), first.join('\n'));
     EXPECT_EQ(changes, 1) << "one notification for the whole load";
-    EXPECT_EQ(loaded.GetLinkCount(), model.GetLinkCount());
-    EXPECT_EQ(loaded.GetOperator(loaded.GetOperatorCount() - 1)->Name(), "InQuery");
 }
 
 TEST(TNCustomDBStructureText, FilesAndPlainTextCarryTheSameLines)
@@ -123,16 +111,6 @@ TEST(TNCustomDBStructureText, ReaderDerivesWhatAFieldSectionLeavesOut)
     ASSERT_EQ(model.RootGroup().Count(), 2);
     EXPECT_EQ(model.RootGroup().Items(0)->ID(), 3);
     EXPECT_EQ(model.RootGroup().Items(1)->ID(), 2);
-}
-
-TEST(TNCustomDBStructureText, AppliedTypesAreNamesEndedByCommasAndOrdinalsInOlderTexts)
-{
-    TNCustomDBStructure model;
-    EXPECT_EQ(model.SaveAppliedTypes({ftMemo, ftString}), "ftString,ftMemo,");
-    EXPECT_EQ(model.SaveAppliedTypes({}), "");
-    EXPECT_EQ(model.ReadAppliedTypes("ftString,ftMemo,", 3.6), TFieldTypes({ftString, ftMemo}));
-    EXPECT_EQ(model.ReadAppliedTypes("1, 16,99,", 1.5), TFieldTypes({ftString, ftMemo}));
-    EXPECT_THROW(model.ReadAppliedTypes("1,16,", 2.0), EConvertError);
 }
 
 } // namespace
