@@ -1,9 +1,6 @@
 #include "common/printers.h"
-#include "support/exception.h"
 #include "modeltext_samples.h"
 #include "richmodel.h"
-
-#include <QTemporaryDir>
 
 #include <gtest/gtest.h>
 
@@ -53,24 +50,6 @@ TEST(TNCustomDBStructureText, RichModelSurvivesSaveLoadSaveUnchanged)
     loaded.LoadFromStrings(first);
     EXPECT_EQ(Saved(loaded).join('\n'), first.join('\n'));
     EXPECT_EQ(changes, 1) << "one notification for the whole load";
-}
-
-TEST(TNCustomDBStructureText, FilesAndPlainTextCarryTheSameLines)
-{
-    TNCustomDBStructure model;
-    testing::BuildRichModel(model);
-    QTemporaryDir dir;
-    const QString path = dir.filePath("model.txt");
-    model.SaveToFile(path);
-
-    TNCustomDBStructure fromFile;
-    fromFile.LoadFromFile(path);
-    TNCustomDBStructure fromText;
-    fromText.SetStructureAsText(model.GetStructureAsText().replace("\n", "\r\n"));
-    EXPECT_EQ(Saved(fromFile), Saved(fromText));
-
-    EXPECT_THROW(fromFile.LoadFromFile(dir.filePath("missing.txt")), Exception);
-    EXPECT_EQ(fromFile.GetFieldCount(), model.GetFieldCount()) << "a file that cannot be read changes nothing";
 }
 
 TEST(TNCustomDBStructureText, ProviderDescriptionTravelsInItsOwnSectionWhenStored)
