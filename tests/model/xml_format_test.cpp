@@ -1,11 +1,9 @@
 #include "common/printers.h"
 #include "model/dbstructure.h"
 #include "model/dmxmlformat.h"
-#include "richmodel.h"
 
 #include <gtest/gtest.h>
 
-#include <QRegularExpression>
 #include <QtGlobal>
 
 namespace vm20 {
@@ -14,40 +12,8 @@ namespace {
 class DMXmlFormat : public ::testing::Test
 {
 protected:
-    QString Save(const TNCustomDBStructure &model)
-    {
-        QStringList lines;
-        SaveDMToXml(model, lines);
-        return lines.join('\n');
-    }
-
     TNDBStructure Model;
 };
-
-// Element and attribute names upper-cased (the declaration line dropped), and
-// the enumerated values in other spellings, as another tool might write them.
-QString Respelled(const QString &document)
-{
-    QString result = document.section('\n', 1);
-    for (const char *pattern : {"</?(\\w+)", "\\s(\\w+)(?==\")"})
-        for (auto it = QRegularExpression(pattern).globalMatch(result); it.hasNext();) {
-            const QRegularExpressionMatch match = it.next();
-            result.replace(match.capturedStart(1), match.capturedLength(1), match.captured(1).toUpper());
-        }
-    return result.replace(">String<", ">sTRING<").replace("vkScalar", "VKSCALAR").replace("\"Left\"", "\"left\"")
-        .replace("nfkData", "NFKDATA").replace("\"LIST\"", "\"List\"").replace("Root entity", "ROOT ENTITY");
-}
-
-TEST_F(DMXmlFormat, ReadsNamesAndEnumeratedValuesInAnyLetterCase)
-{
-    testing::BuildRichModel(Model);
-    Model.FieldByName(0, "Picture")->SetUseInConditions(false);   // as a reader sets a field without operators
-    const QString respelled = Respelled(Save(Model));
-    ASSERT_TRUE(respelled.contains("<ATTR ID=\"1\" KIND=\"NFKDATA\""));
-    TNDBStructure loaded;
-    LoadDMFromXml(loaded, respelled.split('\n'));
-    EXPECT_EQ(Save(loaded), Save(Model));
-}
 
 TEST_F(DMXmlFormat, KeepsFieldIdsAndAddsFieldsInIdOrder)
 {
