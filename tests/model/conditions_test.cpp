@@ -38,7 +38,6 @@ TEST(TDSCondition, EditingTheFormatKeepsExistingValuesAndDropsSurplusOnes)
     TDSCondition condition;
     condition.SetDisplayFormat("a@b@c@");
     ASSERT_EQ(condition.Values().Count(), 3);
-    EXPECT_EQ(condition.Values().Items(0)->DataType(), ftString);
     condition.Values().Items(0)->SetDataType(ftInteger);
     condition.SetDisplayFormat("x@");
     EXPECT_EQ(ValueTexts(condition), QStringList{"x"});

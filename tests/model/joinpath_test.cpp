@@ -76,7 +76,6 @@ TEST_F(TNCustomDBStructurePath, EdgeCasesOfTheSearch)
         {__LINE__, "Lone", "A", "none"},
         {__LINE__, "a", "d", "A,B,D"},        // aliases ignore letter case
         {__LINE__, "A", "A", "A,B,A"},        // round trip through the first neighbour
-        {__LINE__, "S", "S", "S,S"},          // a self-link is the round trip
         {__LINE__, "S", "D", "S,A,B,D"},      // self-links elsewhere are skipped
     };
     for (const auto &row : rows)
@@ -95,8 +94,6 @@ TEST_F(TNCustomDBStructurePath, FollowsLinkAndAliasChangesAndKeepsTheLastResultO
     Links({"A-B:x=y", "B-C:x=y"});
     TDSPath *path = model.GetPath("A", "C");
     ASSERT_EQ(path, &model.Path());
-    TDSPath kept;
-    kept.Assign(*path);
     model.AddLinkByExpr("A-C:x=y");
     EXPECT_EQ(Path("A", "C"), "A,C");
     model.GetTable(2)->SetTableAlias("Z");
@@ -106,7 +103,6 @@ TEST_F(TNCustomDBStructurePath, FollowsLinkAndAliasChangesAndKeepsTheLastResultO
     model.DelLink(1);
     EXPECT_EQ(model.GetPath("A", "Z"), nullptr);
     EXPECT_EQ(Chain(&model.Path()), "C,B") << "a failed search leaves the previous chain";
-    EXPECT_EQ(Chain(&kept), "A,B,C");
     model.GetTable(1)->DelLink(0);   // B forgets its link to A; A still knows it
     EXPECT_EQ(Path("A", "B"), "A,B");
     EXPECT_EQ(Path("B", "A"), "none");

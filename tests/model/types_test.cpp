@@ -1,7 +1,6 @@
 #include "common/printers.h"
 #include "model/fieldtype.h"
 #include "model/messages.h"
-#include "model/sqlformats.h"
 #include "model/vmglobal.h"
 
 #include <gtest/gtest.h>
@@ -37,18 +36,6 @@ TEST(MessageTable, HoldsFortySevenTextsWithOneGap)
         EXPECT_EQ(LoadMessage(row.id), row.expected);
         EXPECT_EQ(MessageIdentifier(row.id), row.identifier);
     }
-}
-
-TEST(TSQLFormats, QuoteDateAndQuoteBoolAreViewsOfQuotedTypes)
-{
-    TSQLFormats formats;
-    formats.SetQuoteDate(false);
-    EXPECT_EQ(formats.QuotedTypes(),
-              (TFieldTypes{ftString, ftBoolean, ftMemo, ftFmtMemo, ftFixedChar, ftWideString}));
-    formats.SetQuoteBool(false);
-    EXPECT_FALSE(formats.QuotedTypes().contains(ftBoolean));
-    formats.SetQuotedTypes({ftTime});
-    EXPECT_FALSE(formats.QuoteDate()) << "only ftDate is read";
 }
 
 TEST(AnsiText, LinesTravelAsOneUtf8BufferAndBack)
