@@ -89,16 +89,6 @@ TEST(TDSValue, AssignCopiesTheEditorAndATypeChangeDropsIt)
     EXPECT_EQ(copy.ValueEditor(), nullptr);
 }
 
-TEST(TDSTextEditor, UpperAndLowerCaseOptionsExcludeEachOther)
-{
-    TDSTextEditor editor;
-    editor.SetOption(TDSTextEditor::AutoLowerCase, true);
-    editor.SetOption(TDSTextEditor::AutoUpperCase, true);
-    EXPECT_EQ(editor.Options(), 1);
-    editor.SetOption(TDSTextEditor::AutoUpperCase, false);
-    EXPECT_EQ(editor.Options(), 0);
-}
-
 class TDSSQLEditorTest : public ::testing::Test
 {
 protected:

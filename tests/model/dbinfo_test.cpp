@@ -26,7 +26,6 @@ TEST(TDBFieldList, LenientReadingOfDamagedText)
 {
     const struct { int line; QStringList text; int count; const char *firstName; int firstSize; int firstType;
     } rows[] = {
-        {__LINE__, {"Count=x", "F1Name=A"}, 0, "", 0, 0},
         {__LINE__, {"Count=1", "F1Size=abc", "F1Type=ftNothing"}, 1, "", 0, -1},
         {__LINE__, {"count=1", "f1name=A", "F1Type=FTSTRING", "F1Size= 7 "}, 1, "A", 7, ftString},
         {__LINE__, {"Count=2000000000", "F1Name=A"}, 2, "A", 0, -1},   // cut to the line count

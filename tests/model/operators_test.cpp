@@ -119,7 +119,6 @@ TEST(TNCustomDBStructureOperators, LookupsByNameAndByTemplate)
     TNCustomDBStructure model;
     EXPECT_EQ(model.OperatorIndexByName("EQUALTO"), 0);
     EXPECT_EQ(model.OperatorByExpr("LIKE '%@1%'")->Name(), "Contains");
-    EXPECT_EQ(model.OperatorByExpr(" between ")->Name(), "Between");
 
     EXPECT_EQ(model.AddUpdateOperator("Equal", "equals", "@f = @1", "", {ftInteger}), 0);
     EXPECT_EQ(model.GetOperator(0)->SQLExpr(), "@f = @1");
