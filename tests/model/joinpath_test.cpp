@@ -16,31 +16,21 @@ namespace {
 // models are searched with it.
 bool LiteralGetPath(TNCustomDBStructure &model, const QString &name1, const QString &name2, TDSPath &result)
 {
-    TDSTable *a = model.TableByName(1, name1);
     TDSTable *b = model.TableByName(1, name2);
     std::vector<std::unique_ptr<TDSPath>> current;
-    std::vector<std::unique_ptr<TDSPath>> next;
     current.push_back(std::make_unique<TDSPath>(&model));
-    current.back()->AddTable(a);
-    for (;;) {
-        next.clear();
-        bool success = false;
-        for (auto &path : current) {
+    current.back()->AddTable(model.TableByName(1, name1));
+    while (!current.empty()) {
+        std::vector<std::unique_ptr<TDSPath>> next;
+        for (auto &path : current)
             if (model.CheckPath(*path, b, next)) {
                 path->AddTable(b);
                 result.Assign(*path);
-                success = true;
-                break;
+                return true;
             }
-        }
-        current.clear();
-        if (success)
-            return true;
-        if (next.empty())
-            return false;
         current = std::move(next);
-        next.clear();
     }
+    return false;
 }
 
 QString Chain(const TDSPath *path)
