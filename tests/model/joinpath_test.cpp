@@ -10,10 +10,8 @@
 namespace vm20 {
 namespace {
 
-// The level-by-level search exactly as the model once ran it: every
-// candidate path of one level is expanded before the next level, with the
-// model's own expansion step. Exponential on dense models, so only small
-// models are searched with it.
+// The level-by-level search as the model once ran it, with the model's own
+// expansion step; exponential on dense models, so only small ones use it.
 bool LiteralGetPath(TNCustomDBStructure &model, const QString &name1, const QString &name2, TDSPath &result)
 {
     TDSTable *b = model.TableByName(1, name2);
@@ -98,9 +96,8 @@ TEST_F(TNCustomDBStructurePath, FollowsLinkAndAliasChangesAndKeepsTheLastResultO
     EXPECT_EQ(Path("B", "A"), "none");
 }
 
-// Random models, sparse and dense, with parallel links, self-links, shared
-// aliases, unconnected tables and link lists that were edited by hand: the
-// fast search must return the literal search's chain every time.
+// Random models (parallel links, self-links, shared aliases, hand-edited link
+// lists): the fast search must return the literal search's chain every time.
 TEST_F(TNCustomDBStructurePath, AgreesWithTheLiteralSearchOnRandomModels)
 {
     std::mt19937 random(20240611);
