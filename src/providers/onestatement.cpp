@@ -72,7 +72,8 @@ qsizetype CheckPiece(const QString &text, qsizetype from)
         previousEnd = from + token.End;
         switch (token.TokType) {
         case tokString:
-            if (token.End - token.Start < 2 || !token.RealText.endsWith(QLatin1Char('\'')))
+            // A literal left open may still end in a quote: 'abc'' is open.
+            if (!IsOneLiteral(token.RealText))
                 Refuse(QStringLiteral("an unterminated string literal"));
             // E'...' reads a backslash as an escape, so its end is elsewhere.
             if (k > 0 && token.RealText.contains(QLatin1Char('\\'))) {

@@ -31,6 +31,7 @@ TEST(CheckOneSelect, PassesOneSelectAndRefusesEverythingThatCouldBeMore)
         {__LINE__, "", false, "nothing at all"},
         {__LINE__, "  -- only a comment", false, "nothing but a comment"},
         {__LINE__, "SELECT a FROM t WHERE b = 'open", false, "an unterminated literal"},
+        {__LINE__, "SELECT a FROM t WHERE b = 'open''", false, "an unterminated literal ending in a doubled quote"},
         {__LINE__, "SELECT \"a FROM t", false, "an unterminated quoted name"},
         {__LINE__, "SELECT $$ ' $$; DROP TABLE t; $$ ' $$", false, "dollar quoting ends elsewhere"},
         {__LINE__, "SELECT E'\\''; DROP TABLE t; --'", false, "an escape string ends elsewhere"},
